@@ -6,7 +6,7 @@ namespace quorbel {
 
 enum class ResampleFilter {
     Nearest,  // the pixel whose centre is nearest: fast, blocky
-    Bicubic,  // Catmull-Rom; widened by the reduction factor when shrinking (no aliasing)
+    Bicubic,  // cubic convolution; widened by the reduction factor when shrinking (no aliasing)
 };
 
 // Redraws the whole of src onto the whole of dst (both Bgrx32, any sizes, any strides).
