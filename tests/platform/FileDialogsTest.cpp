@@ -1,0 +1,34 @@
+#include <gtest/gtest.h>
+
+#include "platform/FileDialogs.h"
+#include "platform/QtFileDialogs.h"
+
+namespace quorbel {
+
+TEST(FileDialogs, ClassicFiltersSplitIntoDescriptionsAndPatterns) {
+    const auto f = ParseFilter(
+        "Supported files|*.bmp;*.gif;*.jpg;*.jpeg;*.png;*.tif|JPEG files (*.jpg, *.jpeg)|*.jpg;*.jpeg|TIFF files (*.tif)|*.tif");
+    ASSERT_EQ(f.size(), 3u);
+    EXPECT_EQ(f[0].description, "Supported files");
+    EXPECT_EQ(f[0].patterns.size(), 6u);
+    EXPECT_EQ(f[1].description, "JPEG files (*.jpg, *.jpeg)");
+    EXPECT_EQ(f[1].patterns, (std::vector<std::string>{"*.jpg", "*.jpeg"}));
+    EXPECT_TRUE(ParseFilter("").empty());
+    // Qt reads the patterns from the last parentheses, so the classic names survive intact.
+    EXPECT_EQ(QtFilterString(f), "Supported files (*.bmp *.gif *.jpg *.jpeg *.png *.tif);;"
+                                 "JPEG files (*.jpg, *.jpeg) (*.jpg *.jpeg);;TIFF files (*.tif) (*.tif)");
+}
+
+TEST(FileDialogs, TheScriptedDialogsRecordRequestsAndCancelWhenOutOfAnswers) {
+    ScriptedFileDialogs d;
+    d.AnswerSave(SaveAnswer{"/tmp/x", 3, "*.jpg"});
+    auto a = d.SaveFile({"Save as", "JPEG (*.jpg)|*.jpg", 1, "/tmp", ""});
+    ASSERT_TRUE(a);
+    EXPECT_EQ(a->pattern, "*.jpg");
+    EXPECT_FALSE(d.SaveFile({"Save as", "", 1, "", ""}));
+    EXPECT_FALSE(d.OpenFile({"Open", "", ""}));
+    ASSERT_EQ(d.saveRequests.size(), 2u);
+    EXPECT_EQ(d.saveRequests[0].title, "Save as");
+}
+
+}  // namespace quorbel
