@@ -1,0 +1,248 @@
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <functional>
+
+#include "TestPictures.h"
+#include "output/CodecRegistry.h"
+#include "output/PictureFormat.h"
+#include "output/Savers.h"
+
+namespace quorbel {
+namespace {
+
+using namespace test;
+
+// Answers the overwrite question as a user would, one scripted answer per question.
+class ScriptedAsker : public OverwriteAsker {
+public:
+    std::deque<std::function<void(WarningQuestion&)>> answers;
+    std::vector<std::string> asked;
+    void Ask(WarningQuestion& q) override {
+        asked.push_back(q.Message());
+        if (answers.empty()) return;  // closed without an answer
+        auto answer = std::move(answers.front());
+        answers.pop_front();
+        answer(q);
+    }
+};
+
+class SaverTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(GdiplusStartup(token, {}), Ok);
+        picture = Gradient(16, 12);
+        ctx.control = {&picture, 16, 12, false};
+        ctx.quality = 90;
+        ctx.state = &state;
+        ctx.messages = &messages;
+        ctx.asker = &asker;
+    }
+    void TearDown() override { GdiplusShutdown(token); }
+    std::string Folder() const { return dir.path.string(); }
+    void Existing(const std::string& name) { WriteBytes(dir / name, {'o', 'l', 'd'}); }
+    bool Untouched(const std::string& name) { return ReadBytes(dir / name) == std::vector<uint8_t>{'o', 'l', 'd'}; }
+
+    uintptr_t token = 0;
+    cDib picture;
+    OverwriteState state;
+    RecordingMessages messages;
+    ScriptedAsker asker;
+    SaveContext ctx;
+    TempDir dir;
+};
+
+TEST_F(SaverTest, NamesFollowEachSaversExtensions) {
+    clsSaveJPG jpg(ctx);
+    clsSaveGIF gif(ctx);
+    clsSavePNG png(ctx);
+    ClsSaveTIFF tif(ctx);
+    clsSaveBMP bmp(ctx);
+    clsSaveICO ico(ctx);
+    EXPECT_EQ(jpg.TargetPath("/p", "a"), "/p/a.jpg");
+    EXPECT_EQ(jpg.TargetPath("/p/", "a.JPG"), "/p/a.JPG");  // a trailing separator is not doubled
+    EXPECT_EQ(jpg.TargetPath("/p", "a.jpeg"), "/p/a.jpeg.jpg");
+    // GIF, PNG and TIFF compare with "jpg": .jpg stays, their own extension does not.
+    EXPECT_EQ(gif.TargetPath("/p", "a.jpg"), "/p/a.jpg");
+    EXPECT_EQ(gif.TargetPath("/p", "a.gif"), "/p/a.gif.gif");
+    EXPECT_EQ(png.TargetPath("/p", "a"), "/p/a.png");
+    EXPECT_EQ(tif.TargetPath("/p", "a.tif"), "/p/a.tif.tif");
+    EXPECT_EQ(bmp.TargetPath("/p", "a.BMP"), "/p/a.BMP");
+    EXPECT_EQ(ico.TargetPath("/p", "a.ico"), "/p/a.ico");
+    EXPECT_EQ(ico.TargetPath("/p", "a.bmp"), "/p/a.bmp.ico");
+    EXPECT_STREQ(ico.TemporaryName(), "tmp.bmp");
+    EXPECT_STREQ(tif.TemporaryName(), "tmp.tif");
+}
+
+TEST_F(SaverTest, EachSaverWritesItsFormat) {
+    clsSaveGIF gif(ctx);
+    clsSavePNG png(ctx);
+    ClsSaveTIFF tif(ctx);
+    clsSaveBMP bmp(ctx);
+    EXPECT_EQ(DetectPictureFormat(ReadBytes(gif.SaveFiletoSpecLoc(Folder(), "g.jpg"))), PictureFormat::Gif);
+    EXPECT_EQ(DetectPictureFormat(ReadBytes(png.SaveFiletoSpecLoc(Folder(), "p"))), PictureFormat::Png);
+    EXPECT_EQ(DetectPictureFormat(ReadBytes(tif.SaveFiletoSpecLoc(Folder(), "t"))), PictureFormat::Tiff);
+    EXPECT_EQ(DetectPictureFormat(ReadBytes(bmp.SaveFiletoSpecLoc(Folder(), "b"))), PictureFormat::Bmp);
+    const std::string temp = png.SaveToTemporaryFile(dir.path);
+    EXPECT_EQ(temp, (dir / "tmp.png").string());
+    EXPECT_EQ(DetectPictureFormat(ReadBytes(temp)), PictureFormat::Png);
+    ASSERT_TRUE(png.SaveDirect((dir / "direct.png").string()));
+    EXPECT_EQ(DetectPictureFormat(ReadBytes(dir / "direct.png")), PictureFormat::Jpeg);
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(SaverTest, FactoryAlwaysSavesThroughTheJpegSaver) {
+    EXPECT_EQ(clsSaveFactory(ctx, "GIF .gif").SaveFiletoSpecLoc(Folder(), "x"), (dir / "x.jpg").string());
+    EXPECT_EQ(DetectPictureFormat(ReadBytes(dir / "x.jpg")), PictureFormat::Jpeg);
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(clsSaveFactory(ctx, "ICON .ico").SaveFiletoSpecLoc(Folder(), "i.ico"), (dir / "i.ico.jpg").string());
+    ASSERT_EQ(messages.shown.size(), 1u);
+    EXPECT_EQ(messages.shown[0].text, "Cannot create icon image saving as bmp");
+    EXPECT_EQ(DetectPictureFormat(ReadBytes(dir / "i.ico.jpg")), PictureFormat::Jpeg);
+}
+
+TEST_F(SaverTest, OutsideABatchRunAnExistingFileIsLeftAlone) {
+    Existing("a.jpg");
+    clsSaveJPG jpg(ctx);
+    EXPECT_EQ(jpg.SaveFiletoSpecLoc(Folder(), "a"), "");
+    EXPECT_TRUE(Untouched("a.jpg"));
+    EXPECT_TRUE(asker.asked.empty());
+}
+
+TEST_F(SaverTest, QuestionTextAndNoThenNoToAll) {
+    state.BatchActive = true;
+    for (const char* n : {"a.jpg", "b.jpg", "c.jpg", "d.jpg"}) Existing(n);
+    asker.answers = {[](WarningQuestion& q) { q.No(); }, [](WarningQuestion& q) { q.NoToAll(); }};
+    clsSaveJPG jpg(ctx);
+    for (const char* n : {"a", "b", "c", "d"}) EXPECT_EQ(jpg.SaveFiletoSpecLoc(Folder(), n), "");
+    ASSERT_EQ(asker.asked.size(), 2u);  // No asks again next time; No to All ends the asking
+    EXPECT_EQ(asker.asked[0],
+              "The picture 'a.jpg' exists.\r\nDo you want to replace it?\r\nSelect 'Yes' to replace the picture.\r\n"
+              "or 'No' to not replace the file..\r\nClick 'Yes to All' to replace all files,\r\n"
+              "Select 'No to All' to not replace any files.");
+    for (const char* n : {"a.jpg", "b.jpg", "c.jpg", "d.jpg"}) EXPECT_TRUE(Untouched(n)) << n;
+    EXPECT_TRUE(state.NoToAll);
+    EXPECT_FALSE(state.SkipThis);  // cleared by the saver after each question
+    EXPECT_FALSE(state.WriteThis);
+}
+
+TEST_F(SaverTest, YesReplacesOnceAndYesToAllReplacesTheRest) {
+    state.BatchActive = true;
+    for (const char* n : {"a.jpg", "b.jpg", "c.jpg"}) Existing(n);
+    asker.answers = {[](WarningQuestion& q) { q.Yes(); }, [](WarningQuestion& q) { q.YesToAll(); }};
+    clsSaveJPG jpg(ctx);
+    for (const char* n : {"a", "b", "c"}) EXPECT_EQ(jpg.SaveFiletoSpecLoc(Folder(), n), (dir / (std::string(n) + ".jpg")).string());
+    EXPECT_EQ(asker.asked.size(), 2u);
+    for (const char* n : {"a.jpg", "b.jpg", "c.jpg"}) EXPECT_EQ(ReadBytes(dir / n)[0], 0xFF) << n;
+    EXPECT_TRUE(state.YesToAll);
+    EXPECT_FALSE(state.WriteThis);
+}
+
+TEST_F(SaverTest, YesToAllWithSkipChosenActsAsNoToAll) {
+    state.BatchActive = true;
+    Existing("a.jpg");
+    Existing("b.jpg");
+    asker.answers = {[](WarningQuestion& q) {
+        q.Choose(WarningOption::Skip);
+        q.YesToAll();
+    }};
+    clsSaveJPG jpg(ctx);
+    EXPECT_EQ(jpg.SaveFiletoSpecLoc(Folder(), "a"), "");
+    EXPECT_EQ(jpg.SaveFiletoSpecLoc(Folder(), "b"), "");
+    EXPECT_EQ(asker.asked.size(), 1u);
+    EXPECT_TRUE(state.NoToAll);
+    EXPECT_FALSE(state.YesToAll);
+    EXPECT_TRUE(Untouched("a.jpg"));
+    EXPECT_TRUE(Untouched("b.jpg"));
+}
+
+TEST_F(SaverTest, RenameAsksAgainUntilTheNameIsFree) {
+    state.BatchActive = true;
+    Existing("Photo.JPG");
+    Existing("taken.jpg");
+    asker.answers = {[this](WarningQuestion& q) {
+        q.Choose(WarningOption::Rename);
+        EXPECT_TRUE(q.RenameVisible());
+        EXPECT_FALSE(q.YesToAllEnabled());
+        q.YesToAll();  // disabled: nothing happens
+        q.Yes();       // empty name: stays open
+        EXPECT_FALSE(q.Closed());
+        q.SetRenameText("taken.jpg");
+        q.Yes();
+        EXPECT_FALSE(q.Closed());
+        ASSERT_EQ(messages.shown.size(), 1u);
+        EXPECT_EQ(messages.shown[0].text, "File Exists please try another name.");
+        q.SetRenameText("fresh.jpg");
+        q.Yes();
+        EXPECT_TRUE(q.Closed());
+    }};
+    clsSaveJPG jpg(ctx);
+    EXPECT_EQ(jpg.SaveFiletoSpecLoc(Folder(), "Photo.JPG"), (dir / "fresh.jpg").string());
+    EXPECT_TRUE(Untouched("Photo.JPG"));
+    EXPECT_EQ(ReadBytes(dir / "fresh.jpg")[0], 0xFF);
+    EXPECT_FALSE(state.YesToAll);
+}
+
+TEST_F(SaverTest, QuestionOptionsAndFlagTable) {
+    OverwriteState s;
+    WarningQuestion q(s, messages, "m", "/x/a.jpg", "a.jpg");
+    EXPECT_EQ(q.Option(), WarningOption::OverWrite);
+    q.Choose(WarningOption::Rename);
+    q.SetRenameText("b");
+    q.Choose(WarningOption::Seq);  // every option clears the box
+    EXPECT_EQ(q.RenameText(), "");
+    EXPECT_TRUE(q.YesToAllEnabled());
+    q.Yes();
+    EXPECT_TRUE(s.WriteThis);
+    EXPECT_FALSE(s.SkipThis);
+
+    // The new name replaces the old one wherever it appears, whatever its case.
+    WarningQuestion renamed(s, messages, "m", "/x/A.JPG", "a.jpg");
+    renamed.Choose(WarningOption::Rename);
+    renamed.SetRenameText("b.jpg");
+    renamed.Yes();
+    EXPECT_EQ(renamed.TargetPath(), "/x/b.jpg");
+
+    OverwriteState t;
+    t.WriteThis = true;
+    WarningQuestion skip(t, messages, "m", "/x/a.jpg", "a.jpg");
+    skip.Choose(WarningOption::Skip);
+    skip.Yes();
+    EXPECT_TRUE(t.SkipThis);
+    EXPECT_FALSE(t.WriteThis);
+    EXPECT_FALSE(t.NoToAll);
+}
+
+TEST_F(SaverTest, CdAndEmailJobsReplaceWithoutAsking) {
+    state.BatchActive = true;
+    Existing("a.png");
+    ctx.replaceSilently = true;
+    clsSavePNG png(ctx);
+    EXPECT_EQ(png.SaveFiletoSpecLoc(Folder(), "a"), (dir / "a.png").string());
+    EXPECT_TRUE(asker.asked.empty());
+    EXPECT_EQ(ReadBytes(dir / "a.png")[1], 'P');
+}
+
+TEST_F(SaverTest, AFailedWriteShowsTheMessage) {
+    GdiplusShutdown(token);  // nothing can be written now
+    clsSavePNG png(ctx);
+    EXPECT_EQ(png.SaveFiletoSpecLoc(Folder(), "p"), "");
+    ASSERT_EQ(messages.shown.size(), 1u);
+    EXPECT_EQ(messages.shown[0].text, "Failed to save the picture to the file: '" + (dir / "p.png").string() + "'");
+    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Exclamation);
+    EXPECT_FALSE(std::filesystem::exists(dir / "p.png"));
+}
+
+TEST_F(SaverTest, StretchedControlsSaveAtTheirShownSize) {
+    ctx.control = {&picture, 8, 6, true};
+    clsSaveBMP bmp(ctx);
+    ASSERT_FALSE(bmp.SaveFiletoSpecLoc(Folder(), "s").empty());
+    DecodedPicture out;
+    auto loaded = LoadPictureGdiplus((dir / "s.bmp").string());
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_EQ(loaded->pixels.Width(), 8);
+    EXPECT_EQ(loaded->pixels.Height(), 6);
+}
+
+}  // namespace
+}  // namespace quorbel

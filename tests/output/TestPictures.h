@@ -1,0 +1,100 @@
+#pragma once
+// Pictures and files made by the tests themselves.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "imaging/cDib.h"
+#include "output/MessageBoxPort.h"
+
+namespace quorbel::test {
+
+// A smooth colour ramp with a hard edge: something JPEG keeps close and a wrong row order,
+// channel order or offset breaks visibly.
+inline cDib Gradient(int w, int h) {
+    cDib d;
+    d.Create(w, h);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            uint8_t* p = d.Row(y) + x * 4;
+            p[0] = static_cast<uint8_t>(x * 255 / std::max(w - 1, 1));
+            p[1] = static_cast<uint8_t>(y * 255 / std::max(h - 1, 1));
+            p[2] = static_cast<uint8_t>(x < w / 2 ? 40 : 220);
+        }
+    return d;
+}
+
+// Slowly varying colours, as photos are: what JPEG keeps close at any size.
+inline cDib Smooth(int w, int h) {
+    cDib d;
+    d.Create(w, h);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            uint8_t* p = d.Row(y) + x * 4;
+            p[0] = static_cast<uint8_t>(std::min(x * 3, 255));
+            p[1] = static_cast<uint8_t>(std::min(y * 8, 255));
+            p[2] = static_cast<uint8_t>(100 + (x + y) % 50);
+        }
+    return d;
+}
+
+// Largest difference of any colour byte between two same-sized pictures; 256 when sizes differ.
+inline int MaxDiff(const cDib& a, const cDib& b) {
+    if (a.Width() != b.Width() || a.Height() != b.Height()) return 256;
+    int m = 0;
+    for (int y = 0; y < a.Height(); ++y)
+        for (int x = 0; x < a.Width(); ++x)
+            for (int c = 0; c < 3; ++c) m = std::max(m, std::abs(a.Row(y)[x * 4 + c] - b.Row(y)[x * 4 + c]));
+    return m;
+}
+
+inline double MeanDiff(const cDib& a, const cDib& b) {
+    double s = 0;
+    for (int y = 0; y < a.Height(); ++y)
+        for (int x = 0; x < a.Width(); ++x)
+            for (int c = 0; c < 3; ++c) s += std::abs(a.Row(y)[x * 4 + c] - b.Row(y)[x * 4 + c]);
+    return s / (3.0 * a.Width() * a.Height());
+}
+
+struct TempDir {
+    std::filesystem::path path;
+    TempDir() {
+        std::string t = (std::filesystem::temp_directory_path() / "quorbel-output-XXXXXX").string();
+        path = mkdtemp(t.data());
+    }
+    ~TempDir() { std::filesystem::remove_all(path); }
+    std::filesystem::path operator/(const std::string& name) const { return path / name; }
+};
+
+inline std::vector<uint8_t> ReadBytes(const std::filesystem::path& p) {
+    std::ifstream f(p, std::ios::binary);
+    return {std::istreambuf_iterator<char>(f), {}};
+}
+
+inline void WriteBytes(const std::filesystem::path& p, const std::vector<uint8_t>& b) {
+    std::ofstream f(p, std::ios::binary | std::ios::trunc);
+    f.write(reinterpret_cast<const char*>(b.data()), static_cast<std::streamsize>(b.size()));
+}
+
+struct RecordedMessage {
+    std::string text;
+    MessageIcon icon;
+};
+
+class RecordingMessages : public MessageBoxPort {
+public:
+    std::vector<RecordedMessage> shown;
+    void Show(std::string_view text, MessageIcon icon) override { shown.push_back({std::string(text), icon}); }
+};
+
+inline const char* Corpus() {
+    const char* c = std::getenv("QUORBEL_CORPUS");
+    return c && std::filesystem::is_directory(c) ? c : nullptr;
+}
+
+}  // namespace quorbel::test
