@@ -160,9 +160,9 @@ void GdiplusShutdown(uintptr_t token) {
 
 bool GdiplusRunning() { return Running(); }
 
-bool StartCodecRegistry(uintptr_t& token, MessageBoxPort& messages) {
+bool StartCodecRegistry(uintptr_t& token, MessageBox& messages) {
     if (GdiplusStartup(token, GdiplusStartupInput{}) == Ok) return true;
-    messages.Show(kErrorLoadingGdiplus, MessageIcon::Stop);
+    messages.Show(std::string(kErrorLoadingGdiplus), MsgButtons::OK, MsgIcon::Critical);
     return false;
 }
 

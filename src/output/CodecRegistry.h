@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "imaging/DecodedPicture.h"
-#include "output/MessageBoxPort.h"
+#include "core/MessageBox.h"
 
 namespace quorbel {
 
@@ -55,7 +55,7 @@ bool GdiplusRunning();
 
 // The main window's start: on failure shows "Error loading GDI+!" with the stop icon and
 // returns false; the program carries on without the registry.
-bool StartCodecRegistry(uintptr_t& token, MessageBoxPort& messages);
+bool StartCodecRegistry(uintptr_t& token, MessageBox& messages);
 
 // ---- encoders ----
 

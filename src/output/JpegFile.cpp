@@ -24,10 +24,10 @@ int Encode(const cDIBSection& source, std::vector<uint8_t>& bytes, int quality) 
     return EncodeJpeg(source.View(), quality, bytes);
 }
 
-bool Load(cDIBSection& target, std::span<const uint8_t> bytes, MessageBoxPort& messages) {
+bool Load(cDIBSection& target, std::span<const uint8_t> bytes, MessageBox& messages) {
     JpegInfo info;
     if (ReadJpegInfo(bytes, info) != kJpegOk) {
-        messages.Show(kFailedToReadJpg, MessageIcon::Exclamation);
+        messages.Show(std::string(kFailedToReadJpg), MsgButtons::OK, MsgIcon::Exclamation);
         return false;
     }
     return DecodeJpeg(bytes, target) == kJpegOk;
@@ -57,13 +57,13 @@ bool SaveJPGToBytes(const cDIBSection& source, std::vector<uint8_t>& bytes, int 
     return true;
 }
 
-bool LoadJPG(cDIBSection& target, const std::string& fileName, MessageBoxPort& messages) {
+bool LoadJPG(cDIBSection& target, const std::string& fileName, MessageBox& messages) {
     std::vector<uint8_t> bytes;
     ReadWholeFile(std::filesystem::path(fileName), bytes);  // an unreadable file has no header
     return Load(target, bytes, messages);
 }
 
-bool LoadJPGFromBytes(cDIBSection& target, const std::vector<uint8_t>& bytes, MessageBoxPort& messages) {
+bool LoadJPGFromBytes(cDIBSection& target, const std::vector<uint8_t>& bytes, MessageBox& messages) {
     return Load(target, bytes, messages);
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "output/MessageBoxPort.h"
+#include "core/MessageBox.h"
 
 namespace quorbel {
 
@@ -29,7 +29,7 @@ bool SaveJPGToBytes(const cDIBSection& source, std::vector<uint8_t>& bytes, int 
 // not a JPEG of an allowed size shows "Failed to read JPG" (exclamation) and returns
 // false; corrupt data further on returns false without a message. Target is replaced only
 // on success.
-bool LoadJPG(cDIBSection& target, const std::string& fileName, MessageBoxPort& messages);
-bool LoadJPGFromBytes(cDIBSection& target, const std::vector<uint8_t>& bytes, MessageBoxPort& messages);
+bool LoadJPG(cDIBSection& target, const std::string& fileName, MessageBox& messages);
+bool LoadJPGFromBytes(cDIBSection& target, const std::vector<uint8_t>& bytes, MessageBox& messages);
 
 }  // namespace quorbel

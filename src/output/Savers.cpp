@@ -57,7 +57,7 @@ std::string SaverBase::SaveFiletoSpecLoc(const std::string& folder, const std::s
     if (Exists(path)) {
         if (!s.BatchActive || s.NoToAll) return {};  // outside a batch run a file is never replaced here
         if (!s.YesToAll && !(AsksSilently() && ctx_.replaceSilently)) {
-            static SilentMessages silent;
+            static SilentMessageBox silent;
             const std::string name = path.substr(path.rfind('/') + 1);
             WarningQuestion question(s, ctx_.messages ? *ctx_.messages : silent, OverwriteQuestionText(name), path,
                                      name);
@@ -70,7 +70,7 @@ std::string SaverBase::SaveFiletoSpecLoc(const std::string& folder, const std::s
     }
     cDib picture;
     if (!TakePicture(picture) || !Write(picture, path)) {
-        if (ctx_.messages) ctx_.messages->Show(FailedToSaveText(path), MessageIcon::Exclamation);
+        if (ctx_.messages) ctx_.messages->Show(std::string(FailedToSaveText(path)), MsgButtons::OK, MsgIcon::Exclamation);
         return {};
     }
     return path;
@@ -104,7 +104,7 @@ bool SaverBase::WriteBmp(cDib& picture, const std::string& path) {
 std::string clsSaveFactory::SaveFiletoSpecLoc(const std::string& folder, const std::string& fileName) {
     // Whatever the type, the JPEG saver does the work (users' files depend on it); the type
     // only decides whether the icon message is shown first.
-    if (fileType_ == "ICON .ico" && ctx_.messages) ctx_.messages->Show(kCannotCreateIcon, MessageIcon::None);
+    if (fileType_ == "ICON .ico" && ctx_.messages) ctx_.messages->Show(std::string(kCannotCreateIcon), MsgButtons::OK, MsgIcon::None);
     clsSaveJPG saver(ctx_);
     return saver.SaveFiletoSpecLoc(folder, fileName);
 }

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "imaging/cDib.h"
-#include "output/MessageBoxPort.h"
+#include "core/MessageBox.h"
 #include "output/OverwriteState.h"
 #include "output/WarningQuestion.h"
 
@@ -26,7 +26,7 @@ struct SaveContext {
     PictureControl control;
     int quality = 97;  // JPEG quality of the caller
     OverwriteState* state = &Overwrite();
-    MessageBoxPort* messages = nullptr;
+    MessageBox* messages = nullptr;
     OverwriteAsker* asker = nullptr;
     // An e-mail job or a CD/DVD destination: outputs there replace existing files without
     // asking, as the batch naming does for those jobs.

@@ -45,7 +45,7 @@ std::string ReplaceNoCase(const std::string& text, const std::string& what, cons
 
 }  // namespace
 
-WarningQuestion::WarningQuestion(OverwriteState& state, MessageBoxPort& messages, std::string message,
+WarningQuestion::WarningQuestion(OverwriteState& state, MessageBox& messages, std::string message,
                                  std::string targetPath, std::string fileName)
     : state_(state), messages_(messages), message_(std::move(message)), targetPath_(std::move(targetPath)),
       fileName_(std::move(fileName)) {}
@@ -60,7 +60,7 @@ void WarningQuestion::Yes() {
         if (renameText_.empty()) return;
         const std::string renamed = ReplaceNoCase(targetPath_, fileName_, renameText_);
         if (access(renamed.c_str(), F_OK) == 0) {
-            messages_.Show(kFileExistsTryAnother, MessageIcon::None);
+            messages_.Show(std::string(kFileExistsTryAnother), MsgButtons::OK, MsgIcon::None);
             return;
         }
         targetPath_ = renamed;

@@ -5,7 +5,7 @@
 // drive it directly.
 #include <string>
 
-#include "output/MessageBoxPort.h"
+#include "core/MessageBox.h"
 #include "output/OverwriteState.h"
 
 namespace quorbel {
@@ -17,7 +17,7 @@ enum class WarningOption { OverWrite, Rename, Seq, Skip };
 class WarningQuestion {
 public:
     // targetPath: the file that exists; fileName: its name as the saver formed it.
-    WarningQuestion(OverwriteState& state, MessageBoxPort& messages, std::string message, std::string targetPath,
+    WarningQuestion(OverwriteState& state, MessageBox& messages, std::string message, std::string targetPath,
                     std::string fileName);
 
     const std::string& Message() const { return message_; }
@@ -39,7 +39,7 @@ public:
 
 private:
     OverwriteState& state_;
-    MessageBoxPort& messages_;
+    MessageBox& messages_;
     std::string message_, targetPath_, fileName_, renameText_;
     WarningOption option_ = WarningOption::OverWrite;
     bool closed_ = false;

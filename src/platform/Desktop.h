@@ -3,7 +3,7 @@
 // the default browser, the wallpaper, help pages.
 #include <string>
 
-#include "platform/MessageBox.h"
+#include "core/MessageBox.h"
 
 namespace quorbel {
 

@@ -1,6 +1,6 @@
 #pragma once
 // Message boxes as real Qt dialogs.
-#include "platform/MessageBox.h"
+#include "core/MessageBox.h"
 
 class QWidget;
 

@@ -92,7 +92,7 @@ protected:
 };
 
 TEST_F(RegistryRunning, EncodersByMimeType) {
-    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_TRUE(messages.shown().empty());
     std::vector<std::string> mimes;
     for (const auto& e : ImageEncoders()) mimes.push_back(e.mimeType);
     EXPECT_EQ(mimes, (std::vector<std::string>{"image/bmp", "image/jpeg", "image/gif", "image/tiff", "image/png"}));

@@ -53,7 +53,7 @@ TEST(Jpeg, RoundTripsEveryRowPaddingUpright) {
         cDIBSection loaded;
         RecordingMessages messages;
         ASSERT_TRUE(LoadJPGFromBytes(loaded, bytes, messages)) << w;
-        EXPECT_TRUE(messages.shown.empty());
+        EXPECT_TRUE(messages.shown().empty());
         ASSERT_EQ(loaded.Width(), w);
         ASSERT_EQ(loaded.Height(), 23);
         // Green rises from top to bottom: a flipped decode would reverse it.
@@ -135,15 +135,15 @@ TEST(Jpeg, UnreadableHeadersShowTheMessageAndLeaveTheTarget) {
         cDIBSection target = Section(Gradient(5, 5));
         RecordingMessages messages;
         EXPECT_FALSE(LoadJPGFromBytes(target, bad[i], messages)) << i;
-        ASSERT_EQ(messages.shown.size(), 1u) << i;
-        EXPECT_EQ(messages.shown[0].text, "Failed to read JPG");
-        EXPECT_EQ(messages.shown[0].icon, MessageIcon::Exclamation);
+        ASSERT_EQ(messages.shown().size(), 1u) << i;
+        EXPECT_EQ(messages.shown()[0].text, "Failed to read JPG");
+        EXPECT_EQ(messages.shown()[0].icon, MsgIcon::Exclamation);
         EXPECT_EQ(target.Width(), 5);
     }
     RecordingMessages messages;
     cDIBSection target;
     EXPECT_FALSE(LoadJPG(target, (dir / "missing.jpg").string(), messages));
-    EXPECT_EQ(messages.shown.size(), 1u);
+    EXPECT_EQ(messages.shown().size(), 1u);
 }
 
 TEST(Jpeg, TruncatedDataGivesNoPictureAtAnyCut) {

@@ -88,16 +88,16 @@ TEST_F(SaverTest, EachSaverWritesItsFormat) {
     EXPECT_EQ(DetectPictureFormat(ReadBytes(temp)), PictureFormat::Png);
     ASSERT_TRUE(png.SaveDirect((dir / "direct.png").string()));
     EXPECT_EQ(DetectPictureFormat(ReadBytes(dir / "direct.png")), PictureFormat::Jpeg);
-    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_TRUE(messages.shown().empty());
 }
 
 TEST_F(SaverTest, FactoryAlwaysSavesThroughTheJpegSaver) {
     EXPECT_EQ(clsSaveFactory(ctx, "GIF .gif").SaveFiletoSpecLoc(Folder(), "x"), (dir / "x.jpg").string());
     EXPECT_EQ(DetectPictureFormat(ReadBytes(dir / "x.jpg")), PictureFormat::Jpeg);
-    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_TRUE(messages.shown().empty());
     EXPECT_EQ(clsSaveFactory(ctx, "ICON .ico").SaveFiletoSpecLoc(Folder(), "i.ico"), (dir / "i.ico.jpg").string());
-    ASSERT_EQ(messages.shown.size(), 1u);
-    EXPECT_EQ(messages.shown[0].text, "Cannot create icon image saving as bmp");
+    ASSERT_EQ(messages.shown().size(), 1u);
+    EXPECT_EQ(messages.shown()[0].text, "Cannot create icon image saving as bmp");
     EXPECT_EQ(DetectPictureFormat(ReadBytes(dir / "i.ico.jpg")), PictureFormat::Jpeg);
 }
 
@@ -170,8 +170,8 @@ TEST_F(SaverTest, RenameAsksAgainUntilTheNameIsFree) {
         q.SetRenameText("taken.jpg");
         q.Yes();
         EXPECT_FALSE(q.Closed());
-        ASSERT_EQ(messages.shown.size(), 1u);
-        EXPECT_EQ(messages.shown[0].text, "File Exists please try another name.");
+        ASSERT_EQ(messages.shown().size(), 1u);
+        EXPECT_EQ(messages.shown()[0].text, "File Exists please try another name.");
         q.SetRenameText("fresh.jpg");
         q.Yes();
         EXPECT_TRUE(q.Closed());
@@ -227,9 +227,9 @@ TEST_F(SaverTest, AFailedWriteShowsTheMessage) {
     GdiplusShutdown(token);  // nothing can be written now
     clsSavePNG png(ctx);
     EXPECT_EQ(png.SaveFiletoSpecLoc(Folder(), "p"), "");
-    ASSERT_EQ(messages.shown.size(), 1u);
-    EXPECT_EQ(messages.shown[0].text, "Failed to save the picture to the file: '" + (dir / "p.png").string() + "'");
-    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Exclamation);
+    ASSERT_EQ(messages.shown().size(), 1u);
+    EXPECT_EQ(messages.shown()[0].text, "Failed to save the picture to the file: '" + (dir / "p.png").string() + "'");
+    EXPECT_EQ(messages.shown()[0].icon, MsgIcon::Exclamation);
     EXPECT_FALSE(std::filesystem::exists(dir / "p.png"));
 }
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "imaging/cDib.h"
-#include "output/MessageBoxPort.h"
+#include "core/MessageBox.h"
 
 namespace quorbel::test {
 
@@ -81,15 +81,10 @@ inline void WriteBytes(const std::filesystem::path& p, const std::vector<uint8_t
     f.write(reinterpret_cast<const char*>(b.data()), static_cast<std::streamsize>(b.size()));
 }
 
-struct RecordedMessage {
-    std::string text;
-    MessageIcon icon;
-};
-
-class RecordingMessages : public MessageBoxPort {
+// Records every message shown; the tests read the exact texts and icons.
+class RecordingMessages : public ScriptedMessageBox {
 public:
-    std::vector<RecordedMessage> shown;
-    void Show(std::string_view text, MessageIcon icon) override { shown.push_back({std::string(text), icon}); }
+    const std::vector<MsgRequest>& shown() const { return Shown(); }
 };
 
 inline const char* Corpus() {

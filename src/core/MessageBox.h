@@ -38,6 +38,13 @@ public:
     }
 };
 
+// Shows nothing and answers with the first button: for callers without a user to ask (the
+// command-line batch), which report failures their own way.
+class SilentMessageBox final : public MessageBox {
+public:
+    MsgReply Ask(const MsgRequest& request) override;
+};
+
 // For tests: records every request and answers from a queue; with the queue empty it
 // answers with the first button of the box (OK, Abort, Yes or Retry).
 class ScriptedMessageBox : public MessageBox {

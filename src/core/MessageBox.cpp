@@ -1,6 +1,20 @@
-#include "platform/MessageBox.h"
+#include "core/MessageBox.h"
 
 namespace quorbel {
+
+namespace {
+MsgReply FirstButton(const MsgRequest& request) {
+    switch (request.buttons) {
+        case MsgButtons::AbortRetryIgnore: return {MsgResult::Abort, false};
+        case MsgButtons::YesNoCancel:
+        case MsgButtons::YesNo: return {MsgResult::Yes, false};
+        case MsgButtons::RetryCancel: return {MsgResult::Retry, false};
+        default: return {MsgResult::OK, false};
+    }
+}
+}  // namespace
+
+MsgReply SilentMessageBox::Ask(const MsgRequest& request) { return FirstButton(request); }
 
 MsgReply ScriptedMessageBox::Ask(const MsgRequest& request) {
     shown_.push_back(request);
@@ -9,13 +23,7 @@ MsgReply ScriptedMessageBox::Ask(const MsgRequest& request) {
         answers_.pop_front();
         return reply;
     }
-    switch (request.buttons) {
-        case MsgButtons::AbortRetryIgnore: return {MsgResult::Abort, false};
-        case MsgButtons::YesNoCancel:
-        case MsgButtons::YesNo: return {MsgResult::Yes, false};
-        case MsgButtons::RetryCancel: return {MsgResult::Retry, false};
-        default: return {MsgResult::OK, false};
-    }
+    return FirstButton(request);
 }
 
 std::vector<std::string> ScriptedMessageBox::Texts() const {

@@ -1,0 +1,12 @@
+#include "shell/HelpFile.h"
+
+#include "shell/DataFolder.h"
+
+namespace quorbel {
+
+std::string HelpFileName(int16_t kind) {
+    if (kind != 1) return {};
+    return DataFolder() + "Qorbix5.chm";
+}
+
+}  // namespace quorbel
