@@ -20,8 +20,9 @@ QApplication& App() {
     static int argc = 1;
     static char name[] = "frmWarningTest";
     static char* argv[] = {name, nullptr};
-    static QApplication app(argc, argv);
-    return app;
+    // Never destroyed: tearing Qt down among the static destructors at exit crashes.
+    static QApplication* app = new QApplication(argc, argv);
+    return *app;
 }
 
 struct Fixture {

@@ -1,0 +1,24 @@
+#pragma once
+// The windows of other parts that the main window opens: the effect windows when they are
+// built into the program, the clipboard. Windows not built yet do nothing.
+#include "core/MessageBox.h"
+#include "shell/editor/EditorPorts.h"
+
+class QWidget;
+
+namespace quorbel {
+
+class QtEditorWindows : public EditorWindows {
+public:
+    QtEditorWindows(QWidget* parent, MessageBox& messages) : parent_(parent), messages_(messages) {}
+    std::optional<cDib> RunEffect(EffectDialog which, const cDib& picture, const std::string& fileName) override;
+    std::optional<cDib> PastePicture() override;
+    std::optional<cDib> FitToFileSize(const cDib& picture) override;
+    bool OpenPresetEditor() override;
+
+private:
+    QWidget* parent_;
+    MessageBox& messages_;
+};
+
+}  // namespace quorbel
