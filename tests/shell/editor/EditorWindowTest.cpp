@@ -14,6 +14,7 @@
 
 #include "../ShellFixture.h"
 #include "output/CodecRegistry.h"
+#include "output/JpegCodec.h"
 #include "shell/AppFolders.h"
 #include "shell/SettingsStore.h"
 #include "shell/ui/PictureCanvas.h"
@@ -47,9 +48,20 @@ protected:
         if (const char* folder = std::getenv("QUORBEL_SCREENSHOTS"))
             widget.grab().save(QString(folder) + "/" + name);
     }
-    static std::string Corpus(const char* name) {
-        const char* corpus = std::getenv("QUORBEL_CORPUS");
-        return std::string(corpus ? corpus : "../shared/corpus") + "/" + name;
+    // A photo-sized JPEG made here, so the test needs no files from outside the checkout.
+    std::string MadePhoto() const {
+        cDib d;
+        d.Create(1600, 1200, 0);
+        for (int y = 0; y < 1200; ++y)
+            for (int x = 0; x < 1600; ++x) {
+                uint8_t* p = d.Row(y) + x * 4;
+                p[0] = static_cast<uint8_t>(x / 7), p[1] = static_cast<uint8_t>(y / 5), p[2] = static_cast<uint8_t>((x ^ y) & 0xFF);
+            }
+        std::vector<uint8_t> bytes;
+        EncodeJpeg(d.View(), 90, bytes);
+        const std::filesystem::path file = root_ / "photo.jpg";
+        WriteFile(file, std::string(bytes.begin(), bytes.end()));
+        return file.string();
     }
 
     uintptr_t token_ = 0;
@@ -68,9 +80,9 @@ TEST_F(EditorWindowTest, OpeningAPhotoAndChoosingASize) {
 
     bool shown = false;
     window.onPictureShown = [&] { shown = true; };
-    window.Model().Open(Corpus("Dragonfly_by_Bolly.jpg"));
+    window.Model().Open(MadePhoto());
     ASSERT_TRUE(WaitIdle(window));
-    ASSERT_TRUE(window.Model().HasPicture()) << "corpus photo missing?";
+    ASSERT_TRUE(window.Model().HasPicture());
     QApplication::processEvents();
     EXPECT_TRUE(QTest::qWaitFor([&] { return shown; }, 5000));
     EXPECT_EQ(window.lblStatus->text(), "Image Opened...");
