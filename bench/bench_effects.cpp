@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cstring>
+#include <string>
 
 #include "core/Random.h"
 #include "core/ThreadPool.h"
@@ -69,16 +70,19 @@ void Dither(benchmark::State& state) {
     state.counters["MP/s"] = benchmark::Counter(12.0 * state.iterations(), benchmark::Counter::kIsRate);
 }
 
-// The argument is the thread count: 1, or 0 for all.
-BENCHMARK_CAPTURE(Filter, Blur, 1)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK_CAPTURE(Filter, Sharpen, 25)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK_CAPTURE(Filter, Despeckle, 6)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK_CAPTURE(Filter, SaltPepper, 21)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK_CAPTURE(Filter, Greys, 12)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK_CAPTURE(Filter, Negative, 13)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(Warp)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(Dither)->Unit(benchmark::kMillisecond)->UseRealTime();
-
 }  // namespace
 
-BENCHMARK_MAIN();
+// Every filter of the list on one thread and on all (argument 1, or 0 for all), then the
+// warp and the dither.
+int main(int argc, char** argv) {
+    const auto& list = FilterList();
+    for (int i = 0; i < static_cast<int>(list.size()); ++i)
+        benchmark::RegisterBenchmark((std::string("Filter/") + list[i].name).c_str(), Filter, i)
+            ->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.3);
+    benchmark::RegisterBenchmark("Warp", Warp)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime();
+    benchmark::RegisterBenchmark("Dither", Dither)->Unit(benchmark::kMillisecond)->UseRealTime();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
