@@ -8,12 +8,8 @@ namespace quorbel {
 using namespace quorbel::test;
 
 TEST(RotateDC, DegreesBecomeWholeRadiansAsTabled) {
-    EXPECT_EQ(DegreesToWholeRadians(0), 0);
-    EXPECT_EQ(DegreesToWholeRadians(90), 2);
-    EXPECT_EQ(DegreesToWholeRadians(180), 3);
-    EXPECT_EQ(DegreesToWholeRadians(270), 5);
-    EXPECT_EQ(DegreesToWholeRadians(-90), -2);
-    EXPECT_EQ(DegreesToWholeRadians(360), 6);
+    for (auto [degrees, radians] : {std::pair{0, 0}, {90, 2}, {180, 3}, {270, 5}, {-90, -2}, {360, 6}})
+        EXPECT_EQ(DegreesToWholeRadians(degrees), radians) << degrees;
 }
 
 TEST(RotateDC, NinetyDegreesTakesNewXYFromSourceYAndHMinusX) {

@@ -9,16 +9,11 @@ namespace {
 using namespace test;
 
 TEST(CodecRegistry, StatusTexts) {
-    EXPECT_EQ(GdiplusStatusText(0), "Unknown GDI+ Error");
-    EXPECT_EQ(GdiplusStatusText(1), "Generic Error");
-    EXPECT_EQ(GdiplusStatusText(7), "Win32 Error");
-    EXPECT_EQ(GdiplusStatusText(13), "Unknown Image Format");
-    EXPECT_EQ(GdiplusStatusText(14), "FontFamily Not Found");
-    EXPECT_EQ(GdiplusStatusText(17), "Unsupported Gdiplus Version");
-    EXPECT_EQ(GdiplusStatusText(18), "Gdiplus Not Initialized");
-    EXPECT_EQ(GdiplusStatusText(20), "Property Not Supported");
-    EXPECT_EQ(GdiplusStatusText(21), "Unknown GDI+ Error");
-    EXPECT_EQ(GdiplusStatusText(-1), "Unknown GDI+ Error");
+    const std::pair<int, const char*> cases[] = {
+        {0, "Unknown GDI+ Error"},  {1, "Generic Error"},  {7, "Win32 Error"},  {13, "Unknown Image Format"},
+        {14, "FontFamily Not Found"}, {17, "Unsupported Gdiplus Version"}, {18, "Gdiplus Not Initialized"},
+        {20, "Property Not Supported"}, {21, "Unknown GDI+ Error"}, {-1, "Unknown GDI+ Error"}};
+    for (const auto& [status, text] : cases) EXPECT_EQ(GdiplusStatusText(status), text) << status;
 }
 
 TEST(CodecRegistry, GuidTextParsesFieldByField) {

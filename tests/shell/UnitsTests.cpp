@@ -67,31 +67,19 @@ TEST(Units, ScaleConvertRefusesWhatItCannotConvert) {
 }
 
 TEST(NumberFormat, HashFormatDropsLeadingAndTrailingZeros) {
-    EXPECT_EQ(FormatUpToTwoDecimals(1.0), "1.");
-    EXPECT_EQ(FormatUpToTwoDecimals(1.5), "1.5");
-    EXPECT_EQ(FormatUpToTwoDecimals(0.5), ".5");
-    EXPECT_EQ(FormatUpToTwoDecimals(0.004), ".");
-    EXPECT_EQ(FormatUpToTwoDecimals(0.125), ".13");   // exactly half: away from zero
-    EXPECT_EQ(FormatUpToTwoDecimals(0.996), "1.");
-    EXPECT_EQ(FormatUpToTwoDecimals(-2.25), "-2.25");
-    EXPECT_EQ(FormatUpToTwoDecimals(-0.001), ".");
-    EXPECT_EQ(FormatUpToTwoDecimals(1234567.891), "1234567.89");
+    // 0.125 is exactly half: away from zero.
+    const std::pair<double, const char*> cases[] = {{1.0, "1."},     {1.5, "1.5"},     {0.5, ".5"},
+                                                    {0.004, "."},    {0.125, ".13"},   {0.996, "1."},
+                                                    {-2.25, "-2.25"}, {-0.001, "."},  {1234567.891, "1234567.89"}};
+    for (const auto& [value, text] : cases) EXPECT_EQ(FormatUpToTwoDecimals(value), text) << value;
 }
 
 TEST(JpegQuality, NamesNumbersAndEverythingElse) {
-    EXPECT_EQ(JpegQualityFromName("Highest Quality"), 95);
-    EXPECT_EQ(JpegQualityFromName("Higher Quality"), 85);
-    EXPECT_EQ(JpegQualityFromName("Medium Quality"), 75);
-    EXPECT_EQ(JpegQualityFromName("Lower Quality"), 65);
-    EXPECT_EQ(JpegQualityFromName("Lowest Quality"), 50);
-    EXPECT_EQ(JpegQualityFromName("80"), 80);
-    EXPECT_EQ(JpegQualityFromName(" 70 "), 70);
-    EXPECT_EQ(JpegQualityFromName("80.5"), 80);
-    EXPECT_EQ(JpegQualityFromName("81.5"), 82);
-    EXPECT_EQ(JpegQualityFromName(""), 97);
-    EXPECT_EQ(JpegQualityFromName("highest quality"), 97);
-    EXPECT_EQ(JpegQualityFromName("80%"), 97);
-    EXPECT_EQ(JpegQualityFromName("inf"), 97);
+    const std::pair<const char*, int> cases[] = {
+        {"Highest Quality", 95}, {"Higher Quality", 85}, {"Medium Quality", 75}, {"Lower Quality", 65},
+        {"Lowest Quality", 50},  {"80", 80},  {" 70 ", 70}, {"80.5", 80}, {"81.5", 82},  // halves to even
+        {"", 97}, {"highest quality", 97}, {"80%", 97}, {"inf", 97}};  // anything else: 97
+    for (const auto& [name, quality] : cases) EXPECT_EQ(JpegQualityFromName(name), quality) << name;
     EXPECT_THROW(JpegQualityFromName("1e10"), RuntimeError);
 }
 

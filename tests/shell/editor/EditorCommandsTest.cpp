@@ -1,5 +1,3 @@
-#include <chrono>
-#include <cstdio>
 #include <filesystem>
 
 #include "EditorFixture.h"
@@ -252,34 +250,6 @@ TEST_F(EditorCommandsTest, PreviousAndNextStepThroughTheFolder) {
     EXPECT_EQ(model_->Path(), a);  // round again
     model_->Dispatch("btnPrevious");
     EXPECT_EQ(model_->Path(), odd);
-}
-
-}  // namespace quorbel::test
-
-namespace quorbel::test {
-
-// Not a check: prints an undo on a 12-megapixel picture against reading its snapshot back.
-TEST_F(EditorCommandsTest, UndoTiming) {
-    if (!std::getenv("QUORBEL_TIME_UNDO")) GTEST_SKIP() << "set QUORBEL_TIME_UNDO to time an undo";
-    windows_.clipboard = MakePicture(4000, 3000);
-    model_->Dispatch("mnuPaste");
-    model_->Dispatch("mnuNegative");
-    for (int round = 0; round < 3; ++round) {
-        const auto t0 = std::chrono::steady_clock::now();
-        std::vector<uint8_t> bytes;
-        std::ifstream in(DataFile("b001.dat"), std::ios::binary);
-        in.seekg(0, std::ios::end);
-        bytes.resize(static_cast<size_t>(in.tellg()));
-        in.seekg(0);
-        in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-        const auto t1 = std::chrono::steady_clock::now();
-        model_->Dispatch("mnuUndo");
-        const auto t2 = std::chrono::steady_clock::now();
-        ASSERT_EQ(model_->History().Current(), 1);
-        model_->Dispatch("mnuRedo");
-        std::printf("read snapshot %.1f ms, undo %.1f ms\n", std::chrono::duration<double, std::milli>(t1 - t0).count(),
-                    std::chrono::duration<double, std::milli>(t2 - t1).count());
-    }
 }
 
 }  // namespace quorbel::test

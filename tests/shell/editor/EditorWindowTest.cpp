@@ -1,16 +1,12 @@
 // The main and welcome windows driven as a user would, headless. With QUORBEL_SCREENSHOTS set
-// to a folder the windows are also saved there as pictures; with QUORBEL_BIG_JPEG set the
-// time from choosing that file to its fitted picture on screen is printed.
+// to a folder the windows are also saved there as pictures.
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
-#include <chrono>
-#include <cstdio>
 
 #include "../ShellFixture.h"
 #include "output/CodecRegistry.h"
@@ -134,27 +130,6 @@ TEST_F(EditorWindowTest, TheWelcomeWindowRemembersTheTick) {
         frmWelcome welcome(window.Model(), window.DesktopServices(), "/nonexistent-help", &window);
         welcome.cmdLastEdited->click();
         EXPECT_EQ(welcome.Choice(), WelcomeChoice::LastEdited);
-    }
-}
-
-// Not a check: prints the time from choosing a large JPEG to its fitted picture on screen.
-TEST_F(EditorWindowTest, TimeToFirstPicture) {
-    const char* big = std::getenv("QUORBEL_BIG_JPEG");
-    if (!big) GTEST_SKIP() << "set QUORBEL_BIG_JPEG to time an open";
-    frmEditor window(undo_, "/nonexistent-help");
-    window.resize(1100, 720);
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    for (int round = 0; round < 3; ++round) {
-        QElapsedTimer timer;
-        qint64 firstPicture = -1;
-        window.onPictureShown = [&] { firstPicture = timer.nsecsElapsed(); };
-        timer.start();
-        window.Model().Open(big);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return firstPicture >= 0; }, 60000));
-        ASSERT_TRUE(WaitIdle(window));
-        const qint64 all = timer.nsecsElapsed();
-        std::printf("open %s: first fitted picture %.1f ms, full picture in %.1f ms\n", big, firstPicture / 1e6, all / 1e6);
     }
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "FitPictures.h"
@@ -54,10 +55,7 @@ TEST(FitToFileSize, LimitsCountThousandsOfBytes) {
 }
 
 TEST(FitToFileSize, QualityStepsAreTheNamedOnes) {
-    EXPECT_EQ(NextQualityBelow(97), 95);
-    EXPECT_EQ(NextQualityBelow(95), 85);
-    EXPECT_EQ(NextQualityBelow(80), 75);
-    EXPECT_EQ(NextQualityBelow(51), 50);
+    for (auto [from, to] : {std::pair{97, 95}, {95, 85}, {80, 75}, {51, 50}}) EXPECT_EQ(NextQualityBelow(from), to);
     EXPECT_EQ(NextQualityBelow(50), std::nullopt);
 }
 
@@ -77,9 +75,7 @@ TEST(FitToFileSize, QualityModeStepsDownThenSettlesOnTheBestQualityThatFits) {
     EXPECT_EQ(r.mode, FitMode::Quality);
     EXPECT_TRUE(r.messages.empty());  // only a cut size is reported
     ASSERT_GE(r.trials.size(), 3u);
-    EXPECT_EQ(r.trials[0].quality, 95);
-    EXPECT_EQ(r.trials[1].quality, 85);
-    EXPECT_EQ(r.trials[2].quality, 75);
+    for (size_t i = 0; i < 3; ++i) EXPECT_EQ(r.trials[i].quality, (std::array{95, 85, 75}[i]));
     for (const FitTrial& t : r.trials) EXPECT_EQ(std::make_pair(t.width, t.height), std::make_pair(200, 150));
 
     // The best that fits: this quality fits, the next one up does not.
@@ -102,10 +98,8 @@ TEST(FitToFileSize, HeightAndWidthModeCutsTenPercentFromTheOriginalEachTrial) {
     EXPECT_EQ(r.mode, FitMode::WidthHeight);
     // 400 x 300, then 90 % of it, 81 %, 72.9 % (291.6 x 218.7 rounds to 292 x 219).
     ASSERT_GE(r.trials.size(), 4u);
-    EXPECT_EQ(std::make_pair(r.trials[0].width, r.trials[0].height), std::make_pair(400, 300));
-    EXPECT_EQ(std::make_pair(r.trials[1].width, r.trials[1].height), std::make_pair(360, 270));
-    EXPECT_EQ(std::make_pair(r.trials[2].width, r.trials[2].height), std::make_pair(324, 243));
-    EXPECT_EQ(std::make_pair(r.trials[3].width, r.trials[3].height), std::make_pair(292, 219));
+    const std::pair<int, int> sizes[] = {{400, 300}, {360, 270}, {324, 243}, {292, 219}};
+    for (size_t i = 0; i < 4; ++i) EXPECT_EQ(std::make_pair(r.trials[i].width, r.trials[i].height), sizes[i]) << i;
     for (const FitTrial& t : r.trials) EXPECT_EQ(t.quality, 75);
 
     EXPECT_LE(static_cast<int64_t>(r.jpeg.size()), r.limitBytes);
