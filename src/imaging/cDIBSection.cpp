@@ -4,13 +4,14 @@
 #include <cstdlib>
 
 #include "core/CheckedMath.h"
+#include "core/PixelMemory.h"
 #include "core/Rounding.h"
 #include "imaging/Blit.h"
 #include "imaging/DecodedPicture.h"
 
 namespace quorbel {
 
-void cDIBSection::FreeBits::operator()(uint8_t* p) const noexcept { std::free(p); }
+void cDIBSection::FreeBits::operator()(uint8_t* p) const noexcept { FreePixels(p, bytes); }
 
 int32_t BytesPerScanLine24(int32_t width) {
     const int32_t raw = CheckedAdd(CheckedMul(width, 3, "cDIBSection.BytesPerScanLine"), 3,
@@ -31,9 +32,9 @@ bool cDIBSection::CreateDIB(int32_t width, int32_t height) {
     if (width <= 0 || height <= 0 || width > kMaxSide || height > kMaxSide ||
         int64_t(width) * height > kMaxPixels)
         return false;
-    auto* memory = static_cast<uint8_t*>(std::calloc(static_cast<size_t>(sizeImage), 1));
+    uint8_t* memory = AllocatePixels(static_cast<size_t>(sizeImage));
     if (!memory) return false;
-    bits_.reset(memory);
+    bits_ = std::unique_ptr<uint8_t, FreeBits>(memory, FreeBits{static_cast<size_t>(sizeImage)});
     header_ = BitmapInfoHeader{};
     header_.biWidth = width;
     header_.biHeight = height;

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "core/CheckedMath.h"
+#include "core/PixelMemory.h"
 #include "core/Rounding.h"
 #include "imaging/Blit.h"
 #include "imaging/DecodedPicture.h"
@@ -13,7 +14,7 @@
 
 namespace quorbel {
 
-void cDib::FreeBits::operator()(uint8_t* p) const noexcept { std::free(p); }
+void cDib::FreeBits::operator()(uint8_t* p) const noexcept { FreePixels(p, bytes); }
 
 bool cDib::Create(int32_t width, int32_t height, ColorRef background) {
     Destroy();
@@ -23,10 +24,10 @@ bool cDib::Create(int32_t width, int32_t height, ColorRef background) {
     if (width <= 0 || height <= 0 || width > kMaxSide || height > kMaxSide ||
         int64_t(width) * height > kMaxPixels)
         return false;
-    // calloc hands out zeroed pages lazily, so a black buffer costs nothing to clear.
-    auto* memory = static_cast<uint8_t*>(std::calloc(static_cast<size_t>(sizeImage), 1));
+    // Zeroed memory: a black buffer costs nothing to clear.
+    uint8_t* memory = AllocatePixels(static_cast<size_t>(sizeImage));
     if (!memory) return false;
-    bits_.reset(memory);
+    bits_ = std::unique_ptr<uint8_t, FreeBits>(memory, FreeBits{static_cast<size_t>(sizeImage)});
 
     header_ = BitmapInfoHeader{};
     header_.biWidth = width;

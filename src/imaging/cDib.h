@@ -119,6 +119,9 @@ public:
 
 private:
     struct FreeBits {
+        FreeBits() noexcept : bytes(0) {}
+        explicit FreeBits(size_t size) noexcept : bytes(size) {}
+        size_t bytes;  // the size it was allocated with
         void operator()(uint8_t* p) const noexcept;
     };
 
