@@ -1,5 +1,7 @@
 // The rank and nudge filters over the 3 × 3 block: Despeckle, Dilate, Erode and the
 // salt-and-pepper median.
+#include <emmintrin.h>
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -15,7 +17,24 @@ void DespeckleRows(cDib& picture, const ProgressFn& progress, int rounds) {
     ForInnerRows(picture, progress, [rounds](const uint8_t* up, const uint8_t* mid, const uint8_t* down,
                                              uint8_t* out, int first, int end) {
         const uint8_t* rows[3] = {up, mid, down};
-        for (int i = first; i < end; ++i) {
+        // Sixteen bytes at a time. "Below v - 1" is v - c >= 2 in saturating arithmetic, which
+        // also means v > 0; "above v + 1" is c - v >= 2, which means v < 255. The two exclude
+        // each other, so each nudge is one subtraction and one addition of a 0/1 mask.
+        const __m128i one = _mm_set1_epi8(1), zero = _mm_setzero_si128();
+        int i = first;
+        for (; i + 16 <= end; i += 16) {
+            __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(mid + i));
+            for (int r = 0; r < rounds; ++r)
+                for (const auto& n : kRing) {
+                    const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(rows[n[0]] + i + n[1]));
+                    const __m128i notFarBelow = _mm_cmpeq_epi8(_mm_subs_epu8(_mm_subs_epu8(v, c), one), zero);
+                    const __m128i notFarAbove = _mm_cmpeq_epi8(_mm_subs_epu8(_mm_subs_epu8(c, v), one), zero);
+                    v = _mm_sub_epi8(v, _mm_andnot_si128(notFarBelow, one));
+                    v = _mm_add_epi8(v, _mm_andnot_si128(notFarAbove, one));
+                }
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i), v);
+        }
+        for (; i < end; ++i) {
             int v = mid[i];
             for (int r = 0; r < rounds; ++r)
                 for (const auto& n : kRing) {

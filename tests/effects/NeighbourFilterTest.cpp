@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "EffectsPictures.h"
+#include "core/Random.h"
 #include "effects/cDIBFilter.h"
 
 namespace quorbel {
@@ -28,6 +30,43 @@ TEST(Despeckle, LeavesSoftGradientsAlone) {
     cDib pic = Copy(ramp);
     f.DespeckleMore(pic);
     EXPECT_TRUE(Same(pic, ramp));
+}
+
+// The nudge rule written the plain way, one byte at a time, for comparing with the fast one.
+int NudgeReference(const cDib& src, int x, int y, int c, int rounds) {
+    int v = src.Row(y)[4 * x + c];
+    const int ring[8][2] = {{-1, -1}, {0, -1}, {1, -1}, {-1, 0}, {1, 0}, {-1, 1}, {0, 1}, {1, 1}};
+    for (int r = 0; r < rounds; ++r)
+        for (const auto& d : ring) {
+            const int n = src.Row(y + d[1])[4 * (x + d[0]) + c];
+            if (n < v - 1 && v > 0) --v;
+            else if (n > v + 1 && v < 255) ++v;
+        }
+    return v;
+}
+
+TEST(Despeckle, EveryByteOfANoisyPictureFollowsThePlainRule) {
+    // 37 pixels wide: the inner rows are not a multiple of sixteen bytes, so both the wide
+    // and the byte-by-byte paths run. Values near 0 and 255 test the limits.
+    Random rnd(7);
+    cDib src;
+    src.Create(37, 9);
+    for (int y = 0; y < 9; ++y)
+        for (int x = 0; x < 37 * 4; ++x) {
+            const int r = static_cast<int>(rnd.Next() % 12);
+            src.Row(y)[x] = static_cast<uint8_t>(r < 3 ? r : r > 8 ? 252 + (r - 9) : rnd.Next() & 255);
+        }
+    for (int rounds : {1, 2}) {
+        cDib d;
+        d.Create(37, 9);
+        std::memcpy(d.lpBits(), src.lpBits(), static_cast<size_t>(src.Size()));
+        cDIBFilter f;
+        rounds == 1 ? f.Despeckle(d) : f.DespeckleMore(d);
+        for (int y = 1; y < 8; ++y)
+            for (int x = 1; x < 36; ++x)
+                for (int c = 0; c < 3; ++c)
+                    ASSERT_EQ(d.Row(y)[4 * x + c], NudgeReference(src, x, y, c, rounds)) << x << "," << y << "," << c;
+    }
 }
 
 TEST(Morphology, DilateNeverDarkensAndErodeNeverBrightens) {
