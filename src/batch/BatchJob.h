@@ -1,0 +1,89 @@
+#pragma once
+// A batch job: every option the wizard collects, with its defaults, kept in an INI file
+// (section [Job], and an optional [Pictures] section with the rows of the picture list).
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "shell/IniFile.h"
+
+namespace quorbel {
+
+inline constexpr std::string_view kJobSection = "Job";
+inline constexpr std::string_view kPicturesSection = "Pictures";
+
+inline constexpr std::string_view kDestinationFolder = "Copy to a folder on my computer";
+inline constexpr std::string_view kDestinationDisc = "Burn to CD/DVD";
+
+// The output types in the order of the type list, with their texts.
+enum class OutputType { KeepOriginal, Jpeg, Gif, Png, Tiff, Bmp };
+inline constexpr std::string_view kOutputTypeTexts[] = {
+    "Keep Original File Type", "JPEG (*.jpg)", "GIF (*.gif)",
+    "PNG (*.png)",             "TIFF (*.tif)", "BMP (*.bmp)"};
+
+// What a run without windows does when the output name exists.
+enum class OverwritePolicy { Ask, YesToAll, NoToAll };
+
+// One row of the picture list: a file (relative to the source folder, or absolute), and its
+// own rotation, effect and caption (used when the job's "all" check boxes are off).
+struct BatchPicture {
+    std::string file;
+    std::string rotation = "None";
+    std::string effect = "None";
+    std::string caption;
+    bool operator==(const BatchPicture&) const = default;
+};
+
+struct BatchJob {
+    std::string type = "Resize";  // Resize, Web, CD, Email
+    std::string destination = std::string(kDestinationFolder);
+    std::string source;
+    std::string target;
+    bool createSubfolder = false;
+    bool subfolders = false;
+    bool rename = false;
+    std::string newName;
+    std::string effect = "None";
+    bool effectAll = true;
+    std::string rotation = "None";
+    bool rotateAll = true;
+    std::string preset = "Original Size";
+    double width = 0;   // in unit
+    double height = 0;  // in unit
+    std::string unit = "Pixels";
+    bool keepAspect = true;
+    bool resample = true;
+    bool bestFit = true;
+    bool forceResize = false;
+    OutputType outputType = OutputType::KeepOriginal;
+    std::string quality = "Highest Quality";  // a quality name or a number
+    std::string afterRun;
+    OverwritePolicy overwrite = OverwritePolicy::Ask;
+    std::vector<BatchPicture> pictures;  // empty: every picture of the source folder
+
+    // The JPEG quality the quality text stands for (97 for text that is neither).
+    int32_t JpegQuality() const;
+    // Rename is on: checked and a new name given.
+    bool Renames() const { return rename && !newName.empty(); }
+    bool operator==(const BatchJob&) const = default;
+};
+
+std::string_view OutputTypeText(OutputType type);
+// Matches the list texts without regard to case; also takes the bare extension ("jpg").
+std::optional<OutputType> ParseOutputType(std::string_view text);
+std::string_view OverwritePolicyText(OverwritePolicy policy);
+std::optional<OverwritePolicy> ParseOverwritePolicy(std::string_view text);
+
+// Reads a job; keys that are missing or cannot be understood keep their defaults.
+BatchJob BatchJobFromIni(const IniFile& ini);
+// Writes every key of the job into ini (replacing its [Pictures] section).
+void BatchJobToIni(const BatchJob& job, IniFile& ini);
+
+// The file forms. Load: nullopt when the file cannot be read. Save: an atomic write.
+std::optional<BatchJob> LoadBatchJob(const std::filesystem::path& file);
+std::error_code SaveBatchJob(const BatchJob& job, const std::filesystem::path& file);
+
+}  // namespace quorbel
