@@ -8,20 +8,15 @@
 #include "core/RuntimeError.h"
 #include "shell/JpegQuality.h"
 
+#include "shell/TextCase.h"
+
 namespace quorbel {
 namespace {
 
-std::string Lower(std::string_view s) {
-    std::string out(s);
-    for (char& c : out)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return out;
-}
 
-bool EqualNoCase(std::string_view a, std::string_view b) { return Lower(a) == Lower(b); }
 
 std::optional<bool> ParseBool(std::string_view text) {
-    const std::string t = Lower(text);
+    const std::string t = ToLowerAscii(text);
     if (t == "1" || t == "true" || t == "yes" || t == "-1") return true;
     if (t == "0" || t == "false" || t == "no") return false;
     return std::nullopt;
@@ -80,7 +75,7 @@ std::string_view OutputTypeText(OutputType type) {
 std::optional<OutputType> ParseOutputType(std::string_view text) {
     static constexpr std::string_view kExtensions[] = {"", "jpg", "gif", "png", "tif", "bmp"};
     for (int i = 0; i < 6; ++i) {
-        if (EqualNoCase(text, kOutputTypeTexts[i]) || (i > 0 && EqualNoCase(text, kExtensions[i])))
+        if (EqualsIgnoreCase(text, kOutputTypeTexts[i]) || (i > 0 && EqualsIgnoreCase(text, kExtensions[i])))
             return static_cast<OutputType>(i);
     }
     return std::nullopt;
@@ -97,7 +92,7 @@ std::string_view OverwritePolicyText(OverwritePolicy policy) {
 
 std::optional<OverwritePolicy> ParseOverwritePolicy(std::string_view text) {
     for (auto p : {OverwritePolicy::Ask, OverwritePolicy::YesToAll, OverwritePolicy::NoToAll})
-        if (EqualNoCase(text, OverwritePolicyText(p))) return p;
+        if (EqualsIgnoreCase(text, OverwritePolicyText(p))) return p;
     return std::nullopt;
 }
 

@@ -8,21 +8,17 @@
 #include "shell/SizePresets.h"
 #include "shell/Units.h"
 
+#include "shell/TextCase.h"
+
 namespace quorbel {
 namespace {
 
-std::string Lower(std::string_view s) {
-    std::string out(s);
-    for (char& c : out)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return out;
-}
 
 // The source extension without its dot, lowered.
 std::string SourceExtension(const std::filesystem::path& source) {
     std::string ext = source.extension().string();
     if (!ext.empty() && ext.front() == '.') ext.erase(0, 1);
-    return Lower(ext);
+    return ToLowerAscii(ext);
 }
 
 }  // namespace
@@ -103,10 +99,10 @@ std::string OutputFileName(const BatchJob& job, const std::filesystem::path& sou
 int64_t HighestExistingNumber(const std::filesystem::path& folder, std::string_view newName) {
     int64_t highest = 0;
     if (newName.empty()) return 0;
-    const std::string prefix = Lower(newName);
+    const std::string prefix = ToLowerAscii(newName);
     std::error_code ec;
     for (std::filesystem::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
-        std::string stem = Lower(it->path().stem().string());
+        std::string stem = ToLowerAscii(it->path().stem().string());
         if (stem.size() <= prefix.size() || stem.compare(0, prefix.size(), prefix) != 0) continue;
         std::string_view rest(stem);
         rest.remove_prefix(prefix.size());
@@ -120,22 +116,22 @@ int64_t HighestExistingNumber(const std::filesystem::path& folder, std::string_v
 }
 
 bool ReplacesSilently(const BatchJob& job) {
-    const std::string type = Lower(job.type);
-    return Lower(job.destination) == Lower(kDestinationDisc) || type == "email" || type == "cd";
+    const std::string type = ToLowerAscii(job.type);
+    return ToLowerAscii(job.destination) == ToLowerAscii(kDestinationDisc) || type == "email" || type == "cd";
 }
 
 int EffectIndex(std::string_view effect) {
-    std::string word = Lower(effect);
+    std::string word = ToLowerAscii(effect);
     if (word == "pixalate" || word == "pixelate") word = "pixelaze";  // the list's spellings
     if (word.empty() || word == "none") return 0;
     const auto list = FilterList();
     for (int i = 1; i < kFilterCount; ++i)
-        if (Lower(list[i].name) == word) return i;
+        if (ToLowerAscii(list[i].name) == word) return i;
     return 0;
 }
 
 Orientation OrientationFor(std::string_view rotation) {
-    const std::string word = Lower(rotation);
+    const std::string word = ToLowerAscii(rotation);
     // A left turn is a half turn (both flips) and then a quarter turn clockwise.
     if (word == "rotate left") return {true, true, true};
     if (word == "rotate right") return {false, false, true};

@@ -223,24 +223,15 @@ void EditorModel::ApplyRow(const UndoRow& row) {
     newHeight_ = ToInt(row[kUndoNewHeight]);
 }
 
-void EditorModel::Undo() {
-    if (busy_) return;
-    cDib picture;
-    UndoRow row;
-    if (!services_.undo.Undo(DataFolder(), picture, row)) return;
-    picture_.Swap(picture);
-    ApplyRow(row);
-    changed_ = true;
-    differsFromWorkingCopy_ = true;
-    view_->PictureChanged();
-    view_->FieldsChanged();
-}
+void EditorModel::Undo() { StepThroughHistory(&UndoHistory::Undo); }
 
-void EditorModel::Redo() {
+void EditorModel::Redo() { StepThroughHistory(&UndoHistory::Redo); }
+
+void EditorModel::StepThroughHistory(bool (UndoHistory::*step)(const std::string&, cDib&, UndoRow&)) {
     if (busy_) return;
     cDib picture;
     UndoRow row;
-    if (!services_.undo.Redo(DataFolder(), picture, row)) return;
+    if (!(services_.undo.*step)(DataFolder(), picture, row)) return;
     picture_.Swap(picture);
     ApplyRow(row);
     changed_ = true;

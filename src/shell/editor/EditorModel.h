@@ -120,6 +120,7 @@ private:
     void ShowPictureSizeInPixels();
     bool EnsureWorkingCopy();
     void TakeEditedPicture(cDib&& picture, std::string_view command);
+    void StepThroughHistory(bool (UndoHistory::*step)(const std::string&, cDib&, UndoRow&));
     bool HandSized() const;
 
     EditorServices services_;
