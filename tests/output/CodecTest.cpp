@@ -13,9 +13,6 @@ namespace {
 
 using namespace test;
 
-void Put32(std::vector<uint8_t>& b, size_t at, uint32_t v) {
-    for (int i = 0; i < 4; ++i) b[at + i] = uint8_t(v >> (8 * i));
-}
 
 TEST(Codecs, LosslessFormatsRoundTripExactlyAndAreFoundByContent) {
     cDib picture = Gradient(37, 23);  // odd width: padded rows in BMP

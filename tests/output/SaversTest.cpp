@@ -237,7 +237,6 @@ TEST_F(SaverTest, StretchedControlsSaveAtTheirShownSize) {
     ctx.control = {&picture, 8, 6, true};
     clsSaveBMP bmp(ctx);
     ASSERT_FALSE(bmp.SaveFiletoSpecLoc(Folder(), "s").empty());
-    DecodedPicture out;
     auto loaded = LoadPictureGdiplus((dir / "s.bmp").string());
     ASSERT_NE(loaded, nullptr);
     EXPECT_EQ(loaded->pixels.Width(), 8);

@@ -81,6 +81,11 @@ inline void WriteBytes(const std::filesystem::path& p, const std::vector<uint8_t
     f.write(reinterpret_cast<const char*>(b.data()), static_cast<std::streamsize>(b.size()));
 }
 
+// Writes v little-endian at b[at..at+3].
+inline void Put32(std::vector<uint8_t>& b, size_t at, uint32_t v) {
+    for (int i = 0; i < 4; ++i) b[at + i] = uint8_t(v >> (8 * i));
+}
+
 // Records every message shown; the tests read the exact texts and icons.
 class RecordingMessages : public ScriptedMessageBox {
 public:

@@ -16,7 +16,7 @@ public:
 
 private:
     int argc_ = 1;
-    char name_[24] = "effects_ui_tests";
+    char name_[24] = "quorbel_ui_tests";
     char* argv_[2] = {name_, nullptr};
     QApplication* app_ = nullptr;
 };

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -16,18 +15,8 @@ namespace quorbel {
 namespace fs = std::filesystem;
 
 namespace {
-QApplication& App() {
-    static int argc = 1;
-    static char name[] = "frmWarningTest";
-    static char* argv[] = {name, nullptr};
-    // Never destroyed: tearing Qt down among the static destructors at exit crashes.
-    static QApplication* app = new QApplication(argc, argv);
-    return *app;
-}
-
 struct Fixture {
     Fixture() : dir(fs::temp_directory_path() / fs::path("quorbel-warning-" + std::to_string(::getpid()))) {
-        App();
         fs::create_directories(dir);
         std::ofstream(dir / "photo.jpg") << "x";
     }

@@ -1,14 +1,11 @@
 // The main and welcome windows driven as a user would, headless. With QUORBEL_SCREENSHOTS set
 // to a folder the windows are also saved there as pictures.
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
 
-#include "../ShellFixture.h"
+#include "EditorFixture.h"
+#include "../sizes/QtTestApp.h"
 #include "output/CodecRegistry.h"
 #include "output/JpegCodec.h"
 #include "shell/AppFolders.h"
@@ -21,13 +18,7 @@ namespace quorbel::test {
 
 class EditorWindowTest : public ShellFixture {
 protected:
-    static void SetUpTestSuite() {
-        static int argc = 1;
-        static char name[] = "shell_editor_window_tests";
-        static char* argv[] = {name, nullptr};
-        if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-        if (!QApplication::instance()) new QApplication(argc, argv);
-    }
+    static void SetUpTestSuite() { EnsureQtApp(); }
     void SetUp() override {
         ShellFixture::SetUp();
         InitialiseDataFolder();
@@ -46,13 +37,7 @@ protected:
     }
     // A photo-sized JPEG made here, so the test needs no files from outside the checkout.
     std::string MadePhoto() const {
-        cDib d;
-        d.Create(1600, 1200, 0);
-        for (int y = 0; y < 1200; ++y)
-            for (int x = 0; x < 1600; ++x) {
-                uint8_t* p = d.Row(y) + x * 4;
-                p[0] = static_cast<uint8_t>(x / 7), p[1] = static_cast<uint8_t>(y / 5), p[2] = static_cast<uint8_t>((x ^ y) & 0xFF);
-            }
+        const cDib d = MakePicture(1600, 1200);
         std::vector<uint8_t> bytes;
         EncodeJpeg(d.View(), 90, bytes);
         const std::filesystem::path file = root_ / "photo.jpg";

