@@ -9,13 +9,10 @@
 namespace quorbel {
 using namespace quorbel::test;
 
-TEST(ResizeDib, AnEmptyPictureGivesFalseAndStaysEmpty) {
-    cDib d;
-    EXPECT_FALSE(ResizeDib(d, 10, 10, true));
-    EXPECT_FALSE(d.hDIB());
-}
-
-TEST(ResizeDib, ASizeThatCannotBeMadeGivesFalseAndKeepsThePicture) {
+TEST(ResizeDib, AnEmptyPictureOrASizeThatCannotBeMadeGivesFalseAndKeepsThePicture) {
+    cDib empty;
+    EXPECT_FALSE(ResizeDib(empty, 10, 10, true));
+    EXPECT_FALSE(empty.hDIB());
     cDib d = Numbered(3, 3);
     EXPECT_FALSE(ResizeDib(d, 0, 10, true));
     EXPECT_FALSE(ResizeDib(d, 10, -1, false));

@@ -71,16 +71,6 @@ TEST(cDib, AByteCountBeyondTheSignedRangeRaisesOverflowBeforeAllocating) {
     EXPECT_FALSE(d.Create(65536, 2, 0));
 }
 
-TEST(cDib, DestroyEmptiesTheBufferAndRecreateReplacesIt) {
-    cDib d;
-    d.Create(5, 5, RGBColor(255, 0, 0));
-    d.Destroy();
-    EXPECT_FALSE(d.hDIB());
-    EXPECT_EQ(d.Width(), 0);
-    ASSERT_TRUE(d.Create(2, 1, RGBColor(0, 0, 255)));
-    EXPECT_EQ(Pixel(d, 1, 0), Bgr(255, 0, 0));
-}
-
 TEST(cDib, LoadBltCopiesTheBuffersSizeFromTheSourceOffset) {
     cDib src = Numbered(4, 4);
     cDib d;
@@ -246,26 +236,6 @@ TEST(cDib, CreateFromStdPictureRefusesNoPictureIconsAndMetafilesLeavingTheBuffer
     }
     EXPECT_EQ(d.Width(), 1);
     EXPECT_EQ(Pixel(d, 0, 0), Bgr(3, 2, 1));
-}
-
-class FakeClipboard : public ClipboardTarget {
-public:
-    bool SetBitmap(const PixelView& p) override {
-        width = p.width;
-        return true;
-    }
-    int width = 0;
-};
-
-TEST(cDib, CopyToClipboardHandsOverTheWholePictureOnlyWhenLive) {
-    FakeClipboard clip;
-    cDib empty;
-    EXPECT_FALSE(empty.CopyToClipboard(clip));
-    EXPECT_EQ(clip.width, 0);
-    cDib d;
-    d.Create(6, 2, 0);
-    EXPECT_TRUE(d.CopyToClipboard(clip));
-    EXPECT_EQ(clip.width, 6);
 }
 
 }  // namespace quorbel
