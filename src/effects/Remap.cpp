@@ -1,65 +1,102 @@
 #include "effects/Remap.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
 #include "effects/RowRunner.h"
+#include "effects/WarpMaps.h"
 
 namespace quorbel {
 
-uint32_t SampleBilinear(const cDib& source, float sx, float sy, ColorRef background) {
-    const int w = source.Width(), h = source.Height();
-    if (!(sx >= 0 && sy >= 0 && sx <= w - 1 && sy <= h - 1)) return PixelFromColorRef(background);
+namespace {
+
+inline uint32_t Sample(const cDib& source, int w, int h, float sx, float sy, uint32_t background) {
+    if (!(sx >= 0 && sy >= 0 && sx <= w - 1 && sy <= h - 1)) return background;
     const int x0 = static_cast<int>(sx), y0 = static_cast<int>(sy);
-    const int x1 = x0 + 1 < w ? x0 + 1 : x0, y1 = y0 + 1 < h ? y0 + 1 : y0;
-    // Weights with 8 fraction bits each; the product has 16, removed with rounding at the end.
-    const int32_t wx = static_cast<int32_t>(std::lround((sx - x0) * 256.0f));
-    const int32_t wy = static_cast<int32_t>(std::lround((sy - y0) * 256.0f));
+    const int dx = x0 + 1 < w ? 4 : 0;
     const uint8_t* a = source.Row(y0) + 4 * x0;
-    const uint8_t* b = source.Row(y0) + 4 * x1;
-    const uint8_t* c = source.Row(y1) + 4 * x0;
-    const uint8_t* d = source.Row(y1) + 4 * x1;
+    const uint8_t* c = y0 + 1 < h ? source.Row(y0 + 1) + 4 * x0 : a;
+    // Weights with 8 fraction bits each (rounded half up; both fractions are >= 0); the
+    // product has 16, removed with rounding at the end.
+    const int32_t wx = static_cast<int32_t>((sx - x0) * 256.0f + 0.5f);
+    const int32_t wy = static_cast<int32_t>((sy - y0) * 256.0f + 0.5f);
     uint32_t out = 0;
     for (int i = 0; i < 3; ++i) {
-        const int32_t top = a[i] * (256 - wx) + b[i] * wx;
-        const int32_t bottom = c[i] * (256 - wx) + d[i] * wx;
+        const int32_t top = a[i] * (256 - wx) + a[i + dx] * wx;
+        const int32_t bottom = c[i] * (256 - wx) + c[i + dx] * wx;
         const int32_t v = (top * (256 - wy) + bottom * wy + 32768) >> 16;
         out |= static_cast<uint32_t>(v) << (8 * i);
     }
     return out;
 }
 
-bool Remap(const cDib& source, cDib& destination, const Mapping& mapping, ColorRef background,
-           const ProgressFn& progress) {
+// The mapping is a template parameter so that it is inlined into the pixel loop.
+template <class Map>
+bool RemapWith(const cDib& source, cDib& destination, const Map& map, ColorRef background,
+               const ProgressFn& progress) {
     if (!source.hDIB()) return false;
     const int w = source.Width(), h = source.Height();
-    cDib result;
-    if (!result.Create(w, h)) return false;
+    // A destination of the right size is written in place (repeated previews and runs), which
+    // spares the system clearing fresh pages.
+    cDib fresh;
+    const bool inPlace = &destination != &source && destination.hDIB() && destination.Width() == w &&
+                         destination.Height() == h;
+    if (!inPlace && !fresh.Create(w, h)) return false;
+    cDib& result = inPlace ? destination : fresh;
+    const uint32_t fill = PixelFromColorRef(background);
+    // Tiles rather than whole rows: a warp's sources for one tile stay close together, so
+    // they are read from cache instead of memory (the twist runs three times faster so).
+    constexpr int kTile = 128;
     RunRows(0, h, w, progress, [&](int begin, int end) {
-        for (int y = begin; y < end; ++y) {
-            uint8_t* row = result.Row(y);
-            for (int x = 0; x < w; ++x) {
-                const SourcePoint p = mapping(static_cast<float>(x), static_cast<float>(y));
-                const uint32_t px = SampleBilinear(source, p.sx, p.sy, background);
-                std::memcpy(row + 4 * x, &px, 4);
-            }
-        }
+        for (int y0 = begin; y0 < end; y0 += kTile)
+            for (int x0 = 0; x0 < w; x0 += kTile)
+                for (int y = y0; y < std::min(end, y0 + kTile); ++y) {
+                    // Positions first, then samples: the reads of one run of samples overlap.
+                    const int n = std::min(w, x0 + kTile) - x0;
+                    SourcePoint points[kTile];
+                    for (int i = 0; i < n; ++i) points[i] = map(static_cast<float>(x0 + i), static_cast<float>(y));
+                    uint8_t* row = result.Row(y) + 4 * x0;
+                    for (int i = 0; i < n; ++i) {
+                        const uint32_t px = Sample(source, w, h, points[i].sx, points[i].sy, fill);
+                        std::memcpy(row + 4 * i, &px, 4);
+                    }
+                }
     });
-    destination.Swap(result);
+    if (!inPlace) destination.Swap(fresh);
     return true;
+}
+
+}  // namespace
+
+uint32_t SampleBilinear(const cDib& source, float sx, float sy, ColorRef background) {
+    return Sample(source, source.Width(), source.Height(), sx, sy, PixelFromColorRef(background));
+}
+
+bool Remap(const cDib& source, cDib& destination, const Mapping& mapping, ColorRef background,
+           const ProgressFn& progress) {
+    return RemapWith(source, destination, mapping, background, progress);
 }
 
 bool ApplyWarp(const cDib& source, cDib& destination, int16_t transformation, ColorRef background,
                const ProgressFn& progress) {
-    const WarpState state = MakeWarpState(transformation, source.Width(), source.Height());
-    return Remap(source, destination, [&state](float x, float y) { return WarpMap(state, x, y); },
-                 background, progress);
+    const WarpState s = MakeWarpState(transformation, source.Width(), source.Height());
+    // One loop per mapping, each with its mapping inlined.
+    const auto run = [&](SourcePoint (*map)(const WarpState&, float, float)) {
+        return RemapWith(source, destination, [&s, map](float x, float y) { return map(s, x, y); },
+                         background, progress);
+    };
+    switch (transformation) {
+        case 0: return RemapWith(source, destination, [&s](float x, float y) { return warp::FishEye(s, x, y); }, background, progress);
+        case 1: return RemapWith(source, destination, [&s](float x, float y) { return warp::Twist(s, x, y); }, background, progress);
+        default: return run(WarpMap);
+    }
 }
 
 bool ApplyFish(const cDib& source, cDib& destination, ColorRef background, const ProgressFn& progress) {
-    const FishState state = MakeFishState(source.Width(), source.Height());
-    return Remap(source, destination, [&state](float x, float y) { return FishMap(state, x, y); },
-                 background, progress);
+    const FishState s = MakeFishState(source.Width(), source.Height());
+    return RemapWith(source, destination, [&s](float x, float y) { return warp::Fish(s, x, y); },
+                     background, progress);
 }
 
 }  // namespace quorbel

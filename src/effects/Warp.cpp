@@ -2,12 +2,10 @@
 
 #include <cmath>
 
+#include "effects/WarpMaps.h"
+
 namespace quorbel {
-namespace {
-
-constexpr double kPi = 3.14159265;  // the constant the effects were tuned with
-
-}  // namespace
+using warp::kPi;
 
 WarpState MakeWarpState(int16_t transformation, int width, int height) {
     WarpState s;
@@ -27,36 +25,14 @@ double VectorAngle(double a, double b) {
 }
 
 SourcePoint WarpMap(const WarpState& s, float x, float y) {
-    const double dx = double(x) - s.cx;
-    const double dy = double(y) - s.cy;
-    const double r = std::sqrt(dx * dx + dy * dy);
     switch (s.transformation) {
-        case 0: {  // "Fish Eye"
-            if (r == 0) return {s.cx, s.cy};
-            const double rest = 1 - r / s.radius;
-            // At r = R the division has no answer; the point keeps its own place.
-            if (rest == 0 || !std::isfinite(rest)) return {x, y};
-            const float k = static_cast<float>((1 / rest - 1) * s.radius / 2);
-            return {static_cast<float>(dx * k / r + s.cx), static_cast<float>(dy * k / r + s.cy)};
-        }
-        case 1: {  // "Twist": measured from the vertical and a quarter turn on, so mirrored
-            if (r == 0) return {s.cx, s.cy};
-            const double a2 = VectorAngle(dx, dy) - r / 50 + 1.570796325;
-            return {static_cast<float>(r * std::cos(a2) + s.cx), static_cast<float>(r * std::sin(a2) + s.cy)};
-        }
-        case 2:  // "Wave"
-            return {x, static_cast<float>(y - (std::sin(x / 50.0 * kPi) + 1) * 10 + 5)};
-        case 3: {  // "Small Top"
-            const float p = static_cast<float>((double(s.cx) - x) * s.cy);
-            return {static_cast<float>(s.cx - 2.0 * p / (double(y) + 1)), y};
-        }
-        case 4:  // "Wiggles"
-            return {static_cast<float>(s.cx - (std::sin(y / 50.0 * kPi) / 2 + 1.5) * (double(s.cx) - x)), y};
-        case 5:  // "Double Wave"
-            return {static_cast<float>(x - (std::sin(y / 50.0 * kPi) + 1) * 10 + 5),
-                    static_cast<float>(y - (std::sin(x / 50.0 * kPi) + 1) * 10 + 5)};
-        default:
-            return {x, y};
+        case 0: return warp::FishEye(s, x, y);
+        case 1: return warp::Twist(s, x, y);
+        case 2: return warp::Wave(s, x, y);
+        case 3: return warp::SmallTop(s, x, y);
+        case 4: return warp::Wiggles(s, x, y);
+        case 5: return warp::DoubleWave(s, x, y);
+        default: return {x, y};
     }
 }
 
@@ -68,15 +44,6 @@ FishState MakeFishState(int width, int height) {
     return s;
 }
 
-SourcePoint FishMap(const FishState& s, float x, float y) {
-    const double dx = double(x) - s.cx;
-    const double dy = double(y) - s.cy;
-    const double r = std::sqrt(dx * dx + dy * dy);
-    if (r < 1 || !(s.radius > 0)) return {x, y};
-    const double ux = dx / r, uy = dy / r;
-    const double t = r / s.radius;
-    const float t2 = static_cast<float>(t * t);
-    return {static_cast<float>(ux * s.radius * t2 + s.cx), static_cast<float>(uy * s.radius * t2 + s.cy)};
-}
+SourcePoint FishMap(const FishState& s, float x, float y) { return warp::Fish(s, x, y); }
 
 }  // namespace quorbel

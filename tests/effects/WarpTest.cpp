@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "EffectsPictures.h"
@@ -42,6 +43,20 @@ TEST(Warp, TwistKeepsTheCentreAndMirrorsNearIt) {
     const SourcePoint q = WarpMap(s, 80, 40);  // r = 30: the mirror image turned by 0.6 rad
     EXPECT_NEAR(std::hypot(q.sx - 50, q.sy - 40), 30, kEps);
     EXPECT_NEAR(q.sx - 50, 30 * std::cos(3.14159265 - 0.6), 0.01);
+
+    // Every pixel of a large picture against the written rule: the angle by VectorAngle, the
+    // turn by r / 50, the point r × (cos, sin) of the sum; far out r / 50 is many turns.
+    const WarpState big = MakeWarpState(1, 4001, 3001);
+    double worst = 0;
+    for (int y = 0; y <= 3000; y += 7)
+        for (int x = 0; x <= 4000; x += 13) {
+            const double dx = x - 2000.5, dy = y - 1500.5, r = std::hypot(dx, dy);
+            const double a2 = VectorAngle(dx, dy) - r / 50 + 1.570796325;
+            const SourcePoint t = WarpMap(big, float(x), float(y));
+            worst = std::max({worst, std::fabs(t.sx - (r * std::cos(a2) + 2000.5)),
+                              std::fabs(t.sy - (r * std::sin(a2) + 1500.5))});
+        }
+    EXPECT_LT(worst, 1e-3);
 }
 
 TEST(Warp, FishEyeMagnifiesInsideHalfTheRadiusAndGuardsTheRim) {
