@@ -9,7 +9,7 @@
 #include "core/ThreadPool.h"
 #include "effects/FilterList.h"
 #include "effects/Remap.h"
-#include "effects/cDIBDither.h"
+#include "imaging/cDIBDither.h"
 
 namespace {
 using namespace quorbel;

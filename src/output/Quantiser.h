@@ -1,7 +1,7 @@
 #pragma once
 // Reduces a picture to at most 256 colours for GIF files: a picture that already has
-// that few keeps its colours exactly; any other gets a median-cut palette and
-// Floyd–Steinberg error diffusion.
+// that few keeps its colours exactly; any other gets the optimal palette of cDIBPal and
+// cDIBDither's Stucki error diffusion, as the editor's colour reductions do.
 #include <cstdint>
 #include <vector>
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "EffectsPictures.h"
-#include "effects/cDIBDither.h"
+#include "imaging/cDIBDither.h"
 
 namespace quorbel {
 namespace {

@@ -4,7 +4,7 @@
 #include <set>
 
 #include "EffectsPictures.h"
-#include "effects/cDIBPal.h"
+#include "imaging/cDIBPal.h"
 
 namespace quorbel {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "effects/cDIBPal.h"
+#include "imaging/cDIBPal.h"
 #include "imaging/DecodedPicture.h"
 #include "imaging/cDib.h"
 

@@ -1,4 +1,4 @@
-#include "effects/cDIBDither.h"
+#include "imaging/cDIBDither.h"
 
 #include <algorithm>
 #include <array>

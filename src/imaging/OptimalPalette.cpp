@@ -3,7 +3,7 @@
 #include <array>
 #include <vector>
 
-#include "effects/cDIBPal.h"
+#include "imaging/cDIBPal.h"
 
 namespace quorbel {
 namespace {

@@ -1,4 +1,4 @@
-#include "effects/cDIBPal.h"
+#include "imaging/cDIBPal.h"
 
 #include <algorithm>
 #include <cstdlib>
