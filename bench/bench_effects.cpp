@@ -62,6 +62,15 @@ void Warp(benchmark::State& state) {
     state.counters["MP/s"] = benchmark::Counter(12.0 * state.iterations(), benchmark::Counter::kIsRate);
 }
 
+void Fish(benchmark::State& state) {
+    const int saved = ThreadCount();
+    if (state.range(0) == 1) SetThreadCount(1);
+    cDib out;
+    for (auto _ : state) ApplyFish(Photo(), out, 0);
+    SetThreadCount(saved);
+    state.counters["MP/s"] = benchmark::Counter(12.0 * state.iterations(), benchmark::Counter::kIsRate);
+}
+
 void Dither(benchmark::State& state) {
     cDIBPal pal;
     pal.CreateWebSafe();
@@ -73,13 +82,14 @@ void Dither(benchmark::State& state) {
 }  // namespace
 
 // Every filter of the list on one thread and on all (argument 1, or 0 for all), then the
-// warp and the dither.
+// twist, the fisheye and the dither.
 int main(int argc, char** argv) {
     const auto& list = FilterList();
     for (int i = 0; i < static_cast<int>(list.size()); ++i)
         benchmark::RegisterBenchmark((std::string("Filter/") + list[i].name).c_str(), Filter, i)
             ->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.3);
     benchmark::RegisterBenchmark("Warp", Warp)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime();
+    benchmark::RegisterBenchmark("Fish", Fish)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseRealTime();
     benchmark::RegisterBenchmark("Dither", Dither)->Unit(benchmark::kMillisecond)->UseRealTime();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
