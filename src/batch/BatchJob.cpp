@@ -73,8 +73,8 @@ std::string_view OutputTypeText(OutputType type) {
 }
 
 std::optional<OutputType> ParseOutputType(std::string_view text) {
-    static constexpr std::string_view kExtensions[] = {"", "jpg", "gif", "png", "tif", "bmp"};
-    for (int i = 0; i < 6; ++i) {
+    static constexpr std::string_view kExtensions[] = {"", "jpg", "gif", "png", "tif", "bmp", "webp", "avif"};
+    for (int i = 0; i < static_cast<int>(std::size(kExtensions)); ++i) {
         if (EqualsIgnoreCase(text, kOutputTypeTexts[i]) || (i > 0 && EqualsIgnoreCase(text, kExtensions[i])))
             return static_cast<OutputType>(i);
     }
@@ -96,9 +96,17 @@ std::optional<OverwritePolicy> ParseOverwritePolicy(std::string_view text) {
     return std::nullopt;
 }
 
+void SetSharingDefaults(BatchJob& job) {
+    job.removeGps = job.convertToSrgb = job.type == "Email" || job.type == "Web";
+}
+
 BatchJob BatchJobFromIni(const IniFile& ini) {
     BatchJob job;
     ReadNonEmpty(ini, "Type", job.type);
+    SetSharingDefaults(job);
+    ReadBool(ini, "RemoveGps", job.removeGps);
+    ReadBool(ini, "RemoveMetadata", job.removeMetadata);
+    ReadBool(ini, "ConvertToSrgb", job.convertToSrgb);
     ReadNonEmpty(ini, "Destination", job.destination);
     ReadText(ini, "Source", job.source);
     ReadText(ini, "Target", job.target);
@@ -118,6 +126,8 @@ BatchJob BatchJobFromIni(const IniFile& ini) {
     ReadBool(ini, "Resample", job.resample);
     ReadBool(ini, "BestFit", job.bestFit);
     ReadBool(ini, "ForceResize", job.forceResize);
+    ReadBool(ini, "FitTurned", job.fitTurned);
+    ReadText(ini, "FileFilter", job.fileFilter);
     if (auto v = ini.Get(kJobSection, "OutputType"))
         if (auto t = ParseOutputType(*v)) job.outputType = *t;
     ReadNonEmpty(ini, "Quality", job.quality);
@@ -164,6 +174,11 @@ void BatchJobToIni(const BatchJob& job, IniFile& ini) {
     setBool("Resample", job.resample);
     setBool("BestFit", job.bestFit);
     setBool("ForceResize", job.forceResize);
+    setBool("FitTurned", job.fitTurned);
+    set("FileFilter", job.fileFilter);
+    setBool("RemoveGps", job.removeGps);
+    setBool("RemoveMetadata", job.removeMetadata);
+    setBool("ConvertToSrgb", job.convertToSrgb);
     set("OutputType", OutputTypeText(job.outputType));
     set("Quality", job.quality);
     set("AfterRun", job.afterRun);

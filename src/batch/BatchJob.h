@@ -19,10 +19,11 @@ inline constexpr std::string_view kDestinationFolder = "Copy to a folder on my c
 inline constexpr std::string_view kDestinationDisc = "Burn to CD/DVD";
 
 // The output types in the order of the type list, with their texts.
-enum class OutputType { KeepOriginal, Jpeg, Gif, Png, Tiff, Bmp };
+enum class OutputType { KeepOriginal, Jpeg, Gif, Png, Tiff, Bmp, Webp, Avif };
 inline constexpr std::string_view kOutputTypeTexts[] = {
     "Keep Original File Type", "JPEG (*.jpg)", "GIF (*.gif)",
-    "PNG (*.png)",             "TIFF (*.tif)", "BMP (*.bmp)"};
+    "PNG (*.png)",             "TIFF (*.tif)", "BMP (*.bmp)",
+    "WebP (*.webp)",           "AVIF (*.avif)"};
 
 // What a run without windows does when the output name exists.
 enum class OverwritePolicy { Ask, YesToAll, NoToAll };
@@ -58,11 +59,19 @@ struct BatchJob {
     bool resample = true;
     bool bestFit = true;
     bool forceResize = false;
+    // A portrait picture against a landscape box (or the other way round) is fitted into the
+    // box turned, so its long side gets the box's long side.
+    bool fitTurned = true;
     OutputType outputType = OutputType::KeepOriginal;
     std::string quality = "Highest Quality";  // a quality name or a number
     std::string afterRun;
     OverwritePolicy overwrite = OverwritePolicy::Ask;
     std::vector<BatchPicture> pictures;  // empty: every picture of the source folder
+    std::string fileFilter;              // extensions a folder listing admits; empty: the default
+    // Metadata and colour: see SetSharingDefaults for the defaults by job type.
+    bool removeGps = false;       // "Remove location data (GPS)"
+    bool removeMetadata = false;  // "Remove all metadata"
+    bool convertToSrgb = false;   // pictures with another colour profile converted to sRGB
 
     // The JPEG quality the quality text stands for (97 for text that is neither).
     int32_t JpegQuality() const;
@@ -76,6 +85,10 @@ std::string_view OutputTypeText(OutputType type);
 std::optional<OutputType> ParseOutputType(std::string_view text);
 std::string_view OverwritePolicyText(OverwritePolicy policy);
 std::optional<OverwritePolicy> ParseOverwritePolicy(std::string_view text);
+
+// "Email" and "Web" jobs share pictures with others: no location, colours as browsers and
+// mail programs show them. Sets removeGps and convertToSrgb from the job's type.
+void SetSharingDefaults(BatchJob& job);
 
 // Reads a job; keys that are missing or cannot be understood keep their defaults.
 BatchJob BatchJobFromIni(const IniFile& ini);

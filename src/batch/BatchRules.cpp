@@ -37,8 +37,12 @@ std::optional<PixelSize> BatchBox(const BatchJob& job) {
 
 PixelSize BatchTargetSize(const BatchJob& job, int32_t width, int32_t height) {
     const PixelSize source{width, height};
-    const auto box = BatchBox(job);
+    auto box = BatchBox(job);
     if (!box || width <= 0 || height <= 0) return source;
+    // Long side to long side: a portrait photo against a landscape box uses the box turned.
+    const bool portrait = height > width, tall = box->height > box->width;
+    if (job.fitTurned && width != height && box->width != box->height && portrait != tall)
+        std::swap(box->width, box->height);
     const bool fits = width <= box->width && height <= box->height;
     if (job.bestFit) {
         // The same arithmetic as cDib::GetBestFitInfo: ratios in single precision.
@@ -79,11 +83,14 @@ std::optional<std::string> OutputExtension(OutputType type, const std::filesyste
         case OutputType::Png: return "png";
         case OutputType::Tiff: return "tif";
         case OutputType::Bmp: return "bmp";
+        case OutputType::Webp: return "webp";
+        case OutputType::Avif: return "avif";
         case OutputType::KeepOriginal: break;
     }
     const std::string ext = SourceExtension(source);
     if (ext == "jpg" || ext == "jpeg") return "jpg";
-    if (ext == "gif" || ext == "tif" || ext == "png" || ext == "bmp") return ext;
+    if (ext == "gif" || ext == "tif" || ext == "png" || ext == "bmp" || ext == "webp" || ext == "avif") return ext;
+    if (ext == "heic" || ext == "heif") return "jpg";  // few programs open HEIC
     return std::nullopt;
 }
 

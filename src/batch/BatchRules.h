@@ -25,7 +25,9 @@ struct PixelSize {
 //   picture no wider than the box keeps its size unless "Force resize" is on.
 // - neither: stretched to the box; a picture that fits inside the box keeps its size unless
 //   "Force resize" is on.
-// The box is the job's width and height converted from its unit to pixels at 96 dpi.
+// The box is the job's width and height converted from its unit to pixels at 96 dpi; with
+// "FitTurned" it is turned when the picture is portrait and the box landscape, or the other
+// way round (a 3000×4000 photo against 640×480 becomes 480×640, not 360×480).
 PixelSize BatchTargetSize(const BatchJob& job, int32_t width, int32_t height);
 
 // The box in pixels, or nullopt for "Original Size" or a side that is not positive.

@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "batch/FolderScan.h"
 #include "core/SafeFile.h"
 #include "core/ThreadPool.h"
 #include "effects/FilterList.h"
@@ -18,24 +19,15 @@
 #include "output/FileBytes.h"
 #include "output/JpegCodec.h"
 #include "output/PictureFormat.h"
+#include "output/Upright.h"
+#include "output/ColourProfile.h"
+#include "metadata/PictureMetadata.h"
+#include "metadata/ExifFacts.h"
 
 namespace quorbel {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Lower(std::string s) {
-    for (char& c : s)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return s;
-}
-
-bool HasPictureExtension(const fs::path& file) {
-    static constexpr std::string_view kExtensions[] = {".bmp", ".gif", ".jpg", ".jpeg",
-                                                       ".png", ".tif", ".tiff", ".ico"};
-    const std::string ext = Lower(file.extension().string());
-    return std::find(std::begin(kExtensions), std::end(kExtensions), ext) != std::end(kExtensions);
-}
 
 // The slider positions an effect word runs with: the filter window's initial ones, except
 // for the two filters whose initial positions change nothing.
@@ -53,18 +45,33 @@ struct Encoded {
     std::string extension;
     PixelSize size;
     std::string error;
+    std::string note;  // metadata or colour profile left out
 };
+
+// The source's colour profile: converted away when the job asks for sRGB or the output
+// type cannot carry a profile, else kept.
+void ApplyColourProfile(const BatchJob& job, std::string_view extension, cDib& dib, SourceMetadata& metadata,
+                        std::string& note) {
+    const bool carries = extension == "jpg" || extension == "png" || extension == "tif" || extension == "avif";
+    if ((carries && !job.convertToSrgb) || metadata.IccProfile().empty()) return;
+    if (!ConvertToSrgb(dib, metadata.IccProfile())) note = "colour profile left out: it is damaged";
+    metadata.SetIccProfile({});
+}
 
 bool Decode(const BatchJob& job, std::span<const uint8_t> bytes, cDib& dib, PixelSize& target) {
     if (DetectPictureFormat(bytes) == PictureFormat::Jpeg) {
         JpegInfo info;
+        const int orientation = FileOrientation(bytes);
         if (ReadJpegInfo(bytes, info) == kJpegOk) {
-            target = BatchTargetSize(job, info.width, info.height);
-            const bool resizes = target != PixelSize{info.width, info.height};
+            // Sizes are those of the upright picture; the scale is chosen on the stored one.
+            const bool swaps = SwapsSides(orientation);
+            const int w = swaps ? info.height : info.width, h = swaps ? info.width : info.height;
+            target = BatchTargetSize(job, w, h);
+            const bool resizes = target != PixelSize{w, h};
             // Shrink-on-load: the smallest DCT scale that is still at least twice the target.
             const int denominator =
-                resizes ? JpegScaleDenominator(info.width, info.height, target.width, target.height) : 1;
-            if (DecodeJpeg(bytes, dib, denominator) == kJpegOk) return true;
+                resizes ? JpegScaleDenominator(w, h, target.width, target.height) : 1;
+            if (DecodeJpeg(bytes, dib, denominator) == kJpegOk && TurnUpright(dib, orientation)) return true;
         }
     }
     DecodedPicture picture;
@@ -80,6 +87,8 @@ bool Encode(const cDib& dib, std::string_view extension, int quality, std::vecto
     if (extension == "tif") return EncodeTiff(dib, 2, 24, out);
     if (extension == "gif") return EncodeGif(dib, out);
     if (extension == "bmp") return EncodeBmp(dib, out);
+    if (extension == "webp") return EncodeWebp(dib, quality, out);
+    if (extension == "avif") return EncodeAvif(dib, quality, out);
     return false;
 }
 
@@ -103,25 +112,32 @@ Encoded Process(const BatchJob& job, const BatchItem& item) {
         result.error = "is not a picture that can be read";
         return result;
     }
+    SourceMetadata metadata = ReadMetadata(bytes);
+    result.note = metadata.Note();
     bytes = {};
+    ApplyColourProfile(job, result.extension, dib, metadata, result.note);
     if (target != PixelSize{dib.Width(), dib.Height()} &&
         !ResizeDib(dib, target.width, target.height, job.resample)) {
         result.error = "could not be resized";
         return result;
     }
-    if (const int effect = EffectIndex(item.effect); effect > 0) {
-        cDIBFilter engine;
-        ApplyFilter(engine, dib, effect, BatchEffectSettings(effect));
+    ApplyBatchEffect(dib, item.effect);
+    ApplyBatchRotation(dib, item.rotation);
+    const MetadataOptions keep{job.removeGps, job.removeMetadata};
+    bool encoded;
+    if (result.extension == "avif") {  // AVIF takes its metadata while encoding
+        const MetadataBlocks blocks = OutputBlocks(metadata, dib.Width(), dib.Height(), keep);
+        encoded = EncodeAvif(dib, job.JpegQuality(), result.bytes, &blocks);
+    } else {
+        encoded = Encode(dib, result.extension, job.JpegQuality(), result.bytes);
     }
-    const Orientation o = OrientationFor(item.rotation);
-    if (o.flipHorizontal || o.flipVertical || o.rotate)
-        dib.Orientation(o.flipHorizontal, o.flipVertical, o.rotate);
-    if (!Encode(dib, result.extension, job.JpegQuality(), result.bytes)) {
+    if (!encoded) {
         result.error = "could not be encoded";
         result.bytes.clear();
         return result;
     }
     result.size = {dib.Width(), dib.Height()};
+    WriteMetadata(metadata, result.bytes, dib.Width(), dib.Height(), keep, &result.note);
     return result;
 }
 
@@ -161,25 +177,29 @@ void SyncFolder(const fs::path& folder) {
 
 }  // namespace
 
+void ApplyBatchEffect(cDib& dib, std::string_view effect) {
+    if (const int index = EffectIndex(effect); index > 0) {
+        cDIBFilter engine;
+        ApplyFilter(engine, dib, index, BatchEffectSettings(index));
+    }
+}
+
+void ApplyBatchRotation(cDib& dib, std::string_view rotation) {
+    const Orientation o = OrientationFor(rotation);
+    if (o.flipHorizontal || o.flipVertical || o.rotate) dib.Orientation(o.flipHorizontal, o.flipVertical, o.rotate);
+}
+
 std::vector<BatchItem> BatchItems(const BatchJob& job) {
     std::vector<BatchItem> items;
     const fs::path folder(job.source);
     if (!job.pictures.empty()) {
         for (const BatchPicture& row : job.pictures) {
             items.push_back({folder / row.file, job.rotateAll ? job.rotation : row.rotation,
-                             job.effectAll ? job.effect : row.effect});
+                             job.effectAll ? job.effect : row.effect, row.caption});
         }
         return items;
     }
-    std::error_code ec;
-    std::vector<fs::path> files;
-    for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
-        std::error_code typeError;
-        if (it->is_regular_file(typeError) && HasPictureExtension(it->path()))
-            files.push_back(it->path());
-    }
-    std::sort(files.begin(), files.end());
-    for (auto& f : files) items.push_back({std::move(f), job.rotation, job.effect});
+    for (auto& f : ListPictures(folder, PictureFilter::FromText(job.fileFilter))) items.push_back({std::move(f), job.rotation, job.effect, {}});
     return items;
 }
 
@@ -334,6 +354,10 @@ BatchRunReport RunBatch(const BatchJob& job, const BatchRunOptions& options) {
             case PictureStatus::Written:
                 ++report.written;
                 report.outputs.push_back(result.output);
+                if (!encoded.note.empty()) {
+                    result.message = encoded.note;
+                    report.notes.push_back(result);
+                }
                 break;
             case PictureStatus::Skipped: ++report.skipped; break;
             case PictureStatus::Failed: report.failures.push_back(result); break;

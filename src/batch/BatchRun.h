@@ -13,6 +13,7 @@
 
 #include "batch/BatchJob.h"
 #include "batch/BatchRules.h"
+#include "imaging/cDib.h"
 
 namespace quorbel {
 
@@ -21,13 +22,18 @@ struct BatchItem {
     std::filesystem::path source;
     std::string rotation;
     std::string effect;
+    std::string caption;  // the row's caption, shown under the picture in a slide show
 };
 
 // The job's picture list: the [Pictures] rows (relative names joined to the source folder;
 // rotation and effect the row's own unless the job's "all" boxes are on), or else every
-// picture of the source folder with an extension of the default file filter (bmp, gif, jpg,
+// picture of the source folder that the job's file filter admits (by default bmp, gif, jpg,
 // jpeg, png, tif, tiff, ico, any case), sorted by name.
 std::vector<BatchItem> BatchItems(const BatchJob& job);
+
+// A row's effect and rotation words applied as the run applies them (the wizard's preview).
+void ApplyBatchEffect(cDib& dib, std::string_view effect);
+void ApplyBatchRotation(cDib& dib, std::string_view rotation);
 
 enum class OverwriteAnswer { Yes, YesToAll, No, NoToAll };
 enum class PictureStatus { Written, Skipped, Failed };
@@ -37,7 +43,7 @@ struct PictureResult {
     std::filesystem::path source;
     std::filesystem::path output;  // the name formed (Written and Skipped)
     PictureStatus status = PictureStatus::Failed;
-    std::string message;  // why a picture failed or was skipped
+    std::string message;  // why a picture failed or was skipped; what a written one left out
     PixelSize size;       // of the written picture
 };
 
@@ -65,6 +71,7 @@ struct BatchRunReport {
     int skipped = 0;
     std::vector<std::filesystem::path> outputs;  // in order
     std::vector<PictureResult> failures;         // in order
+    std::vector<PictureResult> notes;            // written, but metadata or colour profile left out
     bool stopped = false;                        // the run ended before its last picture
     std::string stopReason;
 

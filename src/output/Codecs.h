@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "imaging/DecodedPicture.h"
+#include "metadata/PictureMetadata.h"
 
 namespace quorbel {
 
@@ -16,6 +17,9 @@ bool DecodeTiff(std::span<const uint8_t> bytes, DecodedPicture& out);  // first 
 bool DecodeGif(std::span<const uint8_t> bytes, DecodedPicture& out);   // first frame
 bool DecodeBmp(std::span<const uint8_t> bytes, DecodedPicture& out);
 bool DecodeIco(std::span<const uint8_t> bytes, DecodedPicture& out);   // largest image; cursors too
+bool DecodeWebp(std::span<const uint8_t> bytes, DecodedPicture& out);  // still pictures
+bool DecodeAvif(std::span<const uint8_t> bytes, DecodedPicture& out);  // primary picture, turned upright
+bool DecodeHeif(std::span<const uint8_t> bytes, DecodedPicture& out);  // primary picture, turned upright
 
 // Picks the decoder by the file's content.
 bool DecodePicture(std::span<const uint8_t> bytes, DecodedPicture& out);
@@ -30,6 +34,9 @@ bool EncodeTiff(const cDib& picture, int compression, int colorDepth, std::vecto
 bool EncodeGif(const cDib& picture, std::vector<uint8_t>& out);
 // 24-bit, bottom-up, uncompressed.
 bool EncodeBmp(const cDib& picture, std::vector<uint8_t>& out);
+// Lossy, quality 0..100 as for JPEG. AVIF takes its metadata at encoding time.
+bool EncodeWebp(const cDib& picture, int quality, std::vector<uint8_t>& out);
+bool EncodeAvif(const cDib& picture, int quality, std::vector<uint8_t>& out, const MetadataBlocks* metadata = nullptr);
 
 // Makes out.pixels from out.palette and out.indices (width × height, top row first);
 // indices past the palette's end show black.

@@ -1,6 +1,7 @@
 #include "output/Codecs.h"
 #include "output/JpegCodec.h"
 #include "output/PictureFormat.h"
+#include "output/Upright.h"
 
 namespace quorbel {
 
@@ -13,14 +14,28 @@ bool DecodeJpegPicture(std::span<const uint8_t> bytes, DecodedPicture& out) {
     return true;
 }
 
+namespace {
+// Decodes a format that may carry EXIF and turns the result upright by its orientation.
+bool DecodeUpright(bool (*decode)(std::span<const uint8_t>, DecodedPicture&), std::span<const uint8_t> bytes,
+                   DecodedPicture& out) {
+    DecodedPicture picture;
+    if (!decode(bytes, picture) || !TurnUpright(picture, FileOrientation(bytes))) return false;
+    out = std::move(picture);
+    return true;
+}
+}  // namespace
+
 bool DecodePicture(std::span<const uint8_t> bytes, DecodedPicture& out) {
     switch (DetectPictureFormat(bytes)) {
-        case PictureFormat::Jpeg: return DecodeJpegPicture(bytes, out);
-        case PictureFormat::Png: return DecodePng(bytes, out);
+        case PictureFormat::Jpeg: return DecodeUpright(DecodeJpegPicture, bytes, out);
+        case PictureFormat::Png: return DecodeUpright(DecodePng, bytes, out);
         case PictureFormat::Gif: return DecodeGif(bytes, out);
-        case PictureFormat::Tiff: return DecodeTiff(bytes, out);
+        case PictureFormat::Tiff: return DecodeUpright(DecodeTiff, bytes, out);
         case PictureFormat::Bmp: return DecodeBmp(bytes, out);
         case PictureFormat::Ico: return DecodeIco(bytes, out);
+        case PictureFormat::Webp: return DecodeUpright(DecodeWebp, bytes, out);
+        case PictureFormat::Avif: return DecodeAvif(bytes, out);
+        case PictureFormat::Heif: return DecodeHeif(bytes, out);
         case PictureFormat::Unknown: break;
     }
     return false;

@@ -38,6 +38,8 @@ struct Reader {
 // Extension records before the first picture are bounded by the file size; the cap only
 // stops a file of empty records from spinning.
 constexpr int kMaxRecords = 100000;
+// 16 megapixels: more than any screen a GIF was made for.
+constexpr int64_t kGifMaxBareScreen = int64_t(1) << 24;
 
 bool ReadFrame(GifFileType* gif, int transparent, DecodedPicture& pic) {
     if (DGifGetImageDesc(gif) == GIF_ERROR) return false;
@@ -49,6 +51,10 @@ bool ReadFrame(GifFileType* gif, int transparent, DecodedPicture& pic) {
     int sw = gif->SWidth, sh = gif->SHeight;
     if (sw <= 0 || sh <= 0) sw = d.Left + d.Width, sh = d.Top + d.Height;
     if (!PictureSizeAllowed(sw, sh)) return false;
+    // A few bytes may claim a screen of a quarter of a gigapixel around a one-pixel frame:
+    // a large screen is believed only when the frame fills most of it.
+    const int64_t screen = int64_t(sw) * sh;
+    if (screen > kGifMaxBareScreen && screen > 2 * int64_t(d.Width) * d.Height) return false;
 
     pic.palette.clear();
     for (int i = 0; i < map->ColorCount; ++i)

@@ -6,7 +6,7 @@
 
 namespace quorbel {
 
-enum class PictureFormat : uint8_t { Unknown, Jpeg, Png, Gif, Tiff, Bmp, Ico };
+enum class PictureFormat : uint8_t { Unknown, Jpeg, Png, Gif, Tiff, Bmp, Ico, Webp, Avif, Heif };
 
 PictureFormat DetectPictureFormat(std::span<const uint8_t> bytes);
 

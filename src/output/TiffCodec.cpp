@@ -136,6 +136,8 @@ bool DecodeTiff(std::span<const uint8_t> bytes, DecodedPicture& out) {
         char why[1024];
         if (!TIFFRGBAImageOK(h.tif, why)) return false;
         if (!pic.pixels.Create(static_cast<int32_t>(w), static_cast<int32_t>(ht))) return false;
+        // Rows as stored: the loader turns the picture upright by its orientation afterwards.
+        TIFFSetField(h.tif, TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
         // The library's ABGR words, bottom row first, land straight in the buffer's memory
         // (which is bottom-up too); only red and blue change places afterwards.
         if (!TIFFReadRGBAImageOriented(h.tif, w, ht, reinterpret_cast<uint32_t*>(pic.pixels.lpBits()),

@@ -28,6 +28,8 @@ if(QUORBEL_BUILD_APP)
   # quorbel_sizes_ui is defined by sizes.cmake, included after this file.
   target_link_libraries(quorbel_editor_ui PUBLIC quorbel_shell quorbel_output quorbel_effects
                         quorbel_platform_qt quorbel_sizes_ui Qt6::Widgets)
+  # The batch wizard (src/batch/ui, defined later; names resolve when generating).
+  target_link_libraries(quorbel_editor_ui PUBLIC quorbel_batch_ui)
   if(TARGET quorbel_effects_ui)
     target_link_libraries(quorbel_editor_ui PUBLIC quorbel_effects_ui)
     target_compile_definitions(quorbel_editor_ui PRIVATE QUORBEL_HAVE_EFFECTS_UI=1)

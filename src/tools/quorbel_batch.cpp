@@ -1,16 +1,20 @@
 // quorbel-batch JOB.ini [--shard K/N] [--threads N]: runs a saved batch job without windows.
 // Relative folders in the job are taken from the job file's folder; a missing target folder
-// is created. One line per picture, a summary; exit status 1 when a picture failed, 2 when
+// is created. With Subfolders=1 every subfolder is run into a mirrored target folder. One line per picture, a summary; exit status 1 when a picture failed, 2 when
 // the job could not run at all.
 #include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <string_view>
 
 #include "batch/BatchJob.h"
 #include "batch/BatchRun.h"
+#include "batch/BatchSession.h"
+#include "batch/JobCompletion.h"
+#include "share/ProgramData.h"
 
 namespace {
 
@@ -31,6 +35,15 @@ std::string Resolve(const std::string& folder, const fs::path& base) {
     const fs::path p(folder);
     return (p.is_absolute() ? p : base / p).lexically_normal().string();
 }
+
+// Without windows, the job's messages go to the output.
+class PrintedMessages final : public quorbel::MessageBox {
+public:
+    quorbel::MsgReply Ask(const quorbel::MsgRequest& request) override {
+        std::printf("%s\n", request.text.c_str());
+        return {};
+    }
+};
 
 }  // namespace
 
@@ -87,13 +100,19 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "quorbel-batch: cannot create the target folder %s\n", job->target.c_str());
         return 2;
     }
-    if (job->subfolders && job->pictures.empty())
-        std::printf("Subfolders=1: subfolders are not scanned yet; the source folder alone is run.\n");
     if (job->overwrite == OverwritePolicy::Ask)
         std::printf("Overwrite=Ask: without windows, existing files are kept.\n");
 
-    options.onPicture = [](const PictureResult& r) {
-        const std::string name = r.source.filename().string();
+    fs::path sourceRoot(job->source);
+    if (!sourceRoot.has_filename()) sourceRoot = sourceRoot.parent_path();
+    // The slide show's captions come from the rows of the picture list.
+    std::map<fs::path, std::string> captions;
+    for (const BatchItem& item : BatchItems(*job)) captions[item.source.lexically_normal()] = item.caption;
+    std::vector<WrittenPicture> written;
+    options.onPicture = [&sourceRoot, &captions, &written](const PictureResult& r) {
+        if (r.status == PictureStatus::Written) written.push_back({r.output, captions[r.source.lexically_normal()]});
+        // Named from the source folder on, so pictures of subfolders stay apart.
+        const std::string name = r.source.lexically_relative(sourceRoot).string();
         switch (r.status) {
             case PictureStatus::Written:
                 std::printf("written  %s -> %s (%dx%d)\n", name.c_str(), r.output.filename().c_str(),
@@ -110,7 +129,13 @@ int main(int argc, char** argv) {
         std::fflush(stdout);
     };
     const auto start = std::chrono::steady_clock::now();
-    const BatchRunReport report = RunBatch(*job, options);
+    BatchRunReport report = RunBatchTree(*job, options);
+    if (!report.stopped) {
+        PrintedMessages messages;
+        Desktop desktop(messages);
+        JobCompletionServices services{messages, desktop, FindProgramData(ProgramFolder())};
+        CompleteJob(*job, written, report.outputs, services);
+    }
     const double seconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     std::printf("%d pictures: %d written, %d skipped, %zu failed, in %.2f s; output in %s\n",

@@ -18,6 +18,7 @@ BatchJob Box(double w, double h, bool bestFit, bool keepAspect, bool force, std:
     job.bestFit = bestFit;
     job.keepAspect = keepAspect;
     job.forceResize = force;
+    job.fitTurned = false;  // the box as given; the turned box has its own test
     return job;
 }
 

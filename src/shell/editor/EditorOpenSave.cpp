@@ -13,6 +13,9 @@
 #include "output/JpegCodec.h"
 #include "output/PictureFormat.h"
 #include "output/Savers.h"
+#include "output/Upright.h"
+#include "metadata/PictureMetadata.h"
+#include "core/SafeFile.h"
 #include "shell/AppFolders.h"
 #include "shell/AppIni.h"
 #include "shell/DataFolder.h"
@@ -74,6 +77,14 @@ FileIdentity Identify(const std::string& path) {
     return {true, st.st_dev, st.st_ino};
 }
 
+// The source's camera data, dates and colour profile go into the saved file too.
+void CarryMetadata(const std::string& written, const SourceMetadata& metadata, int width, int height) {
+    if (!metadata.HasMetadata() && metadata.IccProfile().empty()) return;
+    std::vector<uint8_t> bytes;
+    if (ReadWholeFile(fs::path(written), bytes)) return;
+    if (WriteMetadata(metadata, bytes, width, height, {})) ReplaceFileContents(written, bytes);
+}
+
 // The name the JPEG saver will write for path.
 std::string TargetOf(const std::string& path) {
     return ToLowerAscii(fs::path(path).extension().string()) == ".jpg" ? path : path + ".jpg";
@@ -115,7 +126,7 @@ void EditorModel::OpenChosen(const std::string& given) {
                 int64_t(info.width) * info.height >= kPreviewMinPixels) {
                 // An eighth-size decode costs a fraction of the full one: show it meanwhile.
                 auto preview = std::make_shared<cDib>();
-                if (DecodeJpeg(bytes, *preview, 8) == kJpegOk)
+                if (DecodeJpeg(bytes, *preview, 8) == kJpegOk && TurnUpright(*preview, FileOrientation(bytes)))
                     post([this, preview] { view_->PreviewReady(*preview); });
             }
             DecodedPicture decoded;
@@ -200,7 +211,11 @@ void EditorModel::SaveChosen(std::function<void()> after) {
     BeginWork(kWaitSaving);
     auto result = std::make_shared<SaveResult>();
     services_.tasks.Run(
-        [this, path, type, quality, width, height, result](const TaskRunner::Post&) {
+        [this, path, type, quality, width, height, result, source = path_](const TaskRunner::Post&) {
+            // Read first: the save may replace the source itself.
+            SourceMetadata metadata;
+            if (std::vector<uint8_t> sourceBytes; !source.empty() && !ReadWholeFile(fs::path(source), sourceBytes))
+                metadata = ReadMetadata(sourceBytes);
             cDib sized;
             if (!sized.Create(picture_.Width(), picture_.Height())) return;
             std::memcpy(sized.lpBits(), picture_.lpBits(), static_cast<size_t>(picture_.Size()));
@@ -224,6 +239,7 @@ void EditorModel::SaveChosen(std::function<void()> after) {
             if (!result->written.empty() && !(Identify(result->written).exists && Identify(result->written) != before))
                 result->failed = result->written;
             if (!result->failed.empty()) result->written.clear();
+            if (!result->written.empty()) CarryMetadata(result->written, metadata, sized.Width(), sized.Height());
         },
         [this, path, result, after] {
             EndWork();

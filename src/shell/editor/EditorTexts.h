@@ -39,7 +39,7 @@ inline constexpr std::string_view kZoomReset = "0%";
 // ---- dialogs ----
 inline constexpr std::string_view kOpenTitle = "Open";
 inline constexpr std::string_view kOpenFilter =
-    "Supported files|*.bmp;*.gif;*.jpg;*.jpeg;*.png;*.tif|Bitmap files (*.bmp)|*.bmp|GIF files "
+    "Supported files|*.bmp;*.gif;*.jpg;*.jpeg;*.png;*.tif;*.webp;*.avif;*.heic;*.heif|Bitmap files (*.bmp)|*.bmp|GIF files "
     "(*.gif)|*.gif|JPEG files (*.jpg, *.jpeg)|*.jpg;*.jpeg|PNG files (*.png)|*.png|TIFF files (*.tif)|*.tif";
 inline constexpr std::string_view kSaveTitle = "Save as";
 inline constexpr std::string_view kSaveFilter =

@@ -4,9 +4,13 @@
 #include <QClipboard>
 #include <QImage>
 #include <cstring>
+#include <filesystem>
 
+#include "batch/ui/BatchWizard.h"
+#include "shell/ui/frmEditor.h"
 #include "shell/ui/frmCustomAdd.h"
 #include "shell/ui/frmMakeItFit.h"
+#include "share/Mail.h"
 
 #ifdef QUORBEL_HAVE_EFFECTS_UI
 #include "effects/ui/fFilter.h"
@@ -54,5 +58,24 @@ std::optional<cDib> QtEditorWindows::FitToFileSize(const cDib& picture) {
 }
 
 bool QtEditorWindows::OpenPresetEditor() { return RunPresetEditor(parent_, messages_); }
+
+void QtEditorWindows::EmailPicture(const std::string& path) {
+    const std::filesystem::path picture(path);
+    EmailPictures(picture.parent_path().string(), {picture}, messages_);
+}
+
+// The wizard reads the job word that the dispatcher has just stored.
+void QtEditorWindows::OpenBatchWizard(BatchJob) {
+    auto* editor = qobject_cast<frmEditor*>(parent_);
+    const std::string help = editor ? editor->HelpFolder() : std::string();
+    BatchWizardServices services{messages_, dialogs_, desktop_, help,
+                                 std::filesystem::path(help).parent_path().string(), {}};
+    if (editor)
+        services.openInEditor = [editor](const std::string&, const std::string& picture) {
+            editor->Model().SelectPreset("Original Size");
+            editor->Model().Open(picture);
+        };
+    OpenBatchWizardWindow(parent_, services);
+}
 
 }  // namespace quorbel

@@ -2,6 +2,8 @@
 // The windows of other parts that the main window opens: the effect windows when they are
 // built into the program, the clipboard. Windows not built yet do nothing.
 #include "core/MessageBox.h"
+#include "platform/Desktop.h"
+#include "platform/QtFileDialogs.h"
 #include "shell/editor/EditorPorts.h"
 
 class QWidget;
@@ -15,10 +17,15 @@ public:
     std::optional<cDib> PastePicture() override;
     std::optional<cDib> FitToFileSize(const cDib& picture) override;
     bool OpenPresetEditor() override;
+    void EmailPicture(const std::string& path) override;
+    void OpenBatchWizard(BatchJob job) override;
 
 private:
     QWidget* parent_;
     MessageBox& messages_;
+    // For the batch wizard, which outlives the call that opens it.
+    QtFileDialogs dialogs_{parent_};
+    Desktop desktop_{messages_};
 };
 
 }  // namespace quorbel

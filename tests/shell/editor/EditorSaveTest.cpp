@@ -1,6 +1,10 @@
+#include <algorithm>
 #include <filesystem>
 
 #include "EditorFixture.h"
+#include "../../output/ExifTestFiles.h"
+#include "metadata/ExifFacts.h"
+#include "output/JpegCodec.h"
 #include "output/FileBytes.h"
 #include "shell/AppFolders.h"
 #include "shell/SettingsStore.h"
@@ -156,6 +160,33 @@ TEST_F(EditorSaveTest, UnitsConvertAndChangingTheUnitMeansCustom) {
     EXPECT_EQ(model_->HeightText(), "3.");
     model_->TypeHeight("abc");  // half-typed: the size stays
     EXPECT_EQ(model_->NewHeight(), 288);
+}
+
+}  // namespace quorbel::test
+
+namespace quorbel::test {
+
+// A camera photo stored on its side opens upright, and Save as keeps its camera data with
+// the orientation put back to 1.
+TEST_F(EditorSaveTest, SaveAsKeepsCameraDataOfAPhotoOpenedUpright) {
+    std::vector<uint8_t> jpeg;
+    ASSERT_EQ(EncodeJpeg(MakePicture(60, 40).View(), 90, jpeg), kJpegOk);
+    auto block = ExifBlock({{0x010F, 2, 8, 38}, {0x0112, 3, 1, 6}});  // the make stored at 38
+    block.insert(block.end(), {'Q', 'u', 'o', 'r', 'c', 'a', 'm', 0});
+    const fs::path source = pictures_ / "camera.jpg";
+    const auto withExif = WithJpegExif(jpeg, block);
+    WriteFile(source, std::string(withExif.begin(), withExif.end()));
+    OpenThroughDialog(source.string());
+    EXPECT_EQ(model_->Picture().Width(), 40);
+    dialogs_.AnswerSave(SaveAnswer{(pictures_ / "copy").string(), 3, "*.jpg"});
+    model_->Dispatch("mnuSaveAs");
+    std::vector<uint8_t> saved;
+    ASSERT_FALSE(ReadWholeFile(pictures_ / "copy.jpg", saved));
+    EXPECT_NE(std::search(saved.begin(), saved.end(), block.end() - 8, block.end()), saved.end());
+    const ExifFacts facts = ReadExifFacts(saved);
+    EXPECT_TRUE(facts.present);
+    EXPECT_EQ(facts.orientation, 1);
+    EXPECT_EQ(Decode(pictures_ / "copy.jpg").pixels.Width(), 40);
 }
 
 }  // namespace quorbel::test

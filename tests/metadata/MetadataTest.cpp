@@ -1,0 +1,193 @@
+// Camera metadata and colour profiles carried from a source into outputs, read back with the
+// metadata library; bad metadata left out without losing the picture.
+#include <gtest/gtest.h>
+
+#include "ExifTestFiles.h"
+#include "PhotoFiles.h"
+#include "metadata/PictureMetadata.h"
+#include "output/ColourProfile.h"
+
+#include <turbojpeg.h>
+
+namespace quorbel {
+namespace {
+
+cDib Flat(int w, int h, uint8_t b, uint8_t g, uint8_t r) {
+    cDib d;
+    d.Create(w, h);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            uint8_t* p = d.Row(y) + x * 4;
+            p[0] = b, p[1] = g, p[2] = r;
+        }
+    return d;
+}
+
+std::vector<uint8_t> CameraJpeg() {
+    std::vector<uint8_t> jpeg;
+    EncodeJpeg(Flat(64, 48, 10, 20, 30).View(), 90, jpeg);
+    return test::Edited(jpeg, [](Exiv2::Image& image) {
+        image.setExifData(test::CameraExif(6));
+        image.iptcData()["Iptc.Application2.Keywords"] = "harbour";
+        image.xmpData()["Xmp.xmp.Rating"] = "3";
+        Exiv2::DataBuf icc = test::Buf(test::SwappedProfile());
+        image.setIccProfile(icc);
+    });
+}
+
+using Encoder = bool (*)(const cDib&, std::vector<uint8_t>&);
+const struct {
+    const char* name;
+    Encoder encode;
+} kOutputs[] = {
+    {"jpeg", [](const cDib& d, std::vector<uint8_t>& o) { return EncodeJpeg(d.View(), 90, o) == kJpegOk; }},
+    {"png", [](const cDib& d, std::vector<uint8_t>& o) { return EncodePng(d, o); }},
+    {"tiff", [](const cDib& d, std::vector<uint8_t>& o) { return EncodeTiff(d, 2, 24, o); }},
+    {"webp", [](const cDib& d, std::vector<uint8_t>& o) { return EncodeWebp(d, 90, o); }},
+};
+
+TEST(Metadata, CarriedIntoEveryOutputTypeWithSizeAndOrientationUpdated) {
+    const SourceMetadata source = ReadMetadata(CameraJpeg());
+    ASSERT_TRUE(source.HasMetadata());
+    EXPECT_EQ(source.Note(), "");
+    for (const auto& out : kOutputs) {
+        std::vector<uint8_t> bytes;
+        ASSERT_TRUE(out.encode(Flat(48, 64, 10, 20, 30), bytes));
+        ASSERT_TRUE(WriteMetadata(source, bytes, 48, 64, {})) << out.name;
+        DecodedPicture still;
+        ASSERT_TRUE(DecodePicture(bytes, still)) << out.name;
+        EXPECT_EQ(still.pixels.Width(), 48) << out.name;
+
+        auto image = test::OpenBytes(bytes);
+        Exiv2::ExifData exif = image->exifData();
+        EXPECT_EQ(exif["Exif.Image.Make"].toString(), "Quorcam") << out.name;
+        EXPECT_EQ(exif["Exif.Photo.DateTimeOriginal"].toString(), "2024:05:06 07:08:09") << out.name;
+        EXPECT_EQ(exif["Exif.Photo.ExposureTime"].toString(), "1/250") << out.name;
+        EXPECT_EQ(exif["Exif.Image.Orientation"].toLong(), 1) << out.name;
+        EXPECT_EQ(exif["Exif.Photo.PixelXDimension"].toLong(), 48) << out.name;
+        EXPECT_EQ(exif["Exif.Photo.PixelYDimension"].toLong(), 64) << out.name;
+        EXPECT_FALSE(test::Has(exif, "Exif.Thumbnail.JPEGInterchangeFormat")) << out.name;
+        EXPECT_TRUE(test::HasGps(exif)) << out.name;
+        EXPECT_EQ(image->xmpData()["Xmp.xmp.Rating"].toString(), "3") << out.name;
+        if (std::string(out.name) != "webp")  // WebP has no place for IPTC
+            EXPECT_EQ(image->iptcData()["Iptc.Application2.Keywords"].toString(), "harbour") << out.name;
+        if (std::string(out.name) == "webp") continue;  // the library writes no WebP profile: converted instead
+        ASSERT_TRUE(image->iccProfileDefined()) << out.name;
+        EXPECT_EQ(image->iccProfile()->size_, static_cast<long>(test::SwappedProfile().size())) << out.name;
+    }
+}
+
+TEST(Metadata, AvifOutputTakesTheBlocksWhileEncoding) {
+    const SourceMetadata source = ReadMetadata(CameraJpeg());
+    const MetadataBlocks blocks = OutputBlocks(source, 48, 64, {.removeGps = true});
+    std::vector<uint8_t> bytes;
+    ASSERT_TRUE(EncodeAvif(Flat(48, 64, 10, 20, 30), 80, bytes, &blocks));
+    auto image = test::OpenBytes(bytes);
+    Exiv2::ExifData exif = image->exifData();
+    EXPECT_EQ(exif["Exif.Image.Make"].toString(), "Quorcam");
+    EXPECT_EQ(exif["Exif.Image.Orientation"].toLong(), 1);
+    EXPECT_FALSE(test::HasGps(exif));
+    EXPECT_EQ(image->xmpData()["Xmp.xmp.Rating"].toString(), "3");
+    EXPECT_TRUE(image->iccProfileDefined());
+}
+
+// A TIFF's own orientation tag is its EXIF orientation.
+TEST(Metadata, TiffOrientationTagTurnsItUpright) {
+    cDib stored = Flat(30, 20, 0, 255, 0);  // green, its top half red
+    for (int y = 0; y < 10; ++y)
+        for (int x = 0; x < 30; ++x) stored.Row(y)[x * 4 + 1] = 0, stored.Row(y)[x * 4 + 2] = 255;
+    std::vector<uint8_t> tiff;
+    ASSERT_TRUE(EncodeTiff(stored, 2, 24, tiff));
+    tiff = test::Edited(tiff, [](Exiv2::Image& image) { image.exifData()["Exif.Image.Orientation"] = uint16_t(8); });
+    DecodedPicture d;
+    ASSERT_TRUE(DecodePicture(tiff, d));
+    ASSERT_EQ(d.pixels.Width(), 20);
+    ASSERT_EQ(d.pixels.Height(), 30);
+    // Orientation 8 turns it a quarter anticlockwise: the red top becomes the left half.
+    EXPECT_EQ(d.pixels.Row(5)[2 * 4 + 2], 255);
+    EXPECT_EQ(d.pixels.Row(5)[17 * 4 + 1], 255);
+}
+
+TEST(Metadata, RemovingGpsOrEverything) {
+    const SourceMetadata source = ReadMetadata(CameraJpeg());
+    std::vector<uint8_t> noGps, none;
+    ASSERT_TRUE(kOutputs[0].encode(Flat(48, 64, 0, 0, 0), noGps));
+    none = noGps;
+    ASSERT_TRUE(WriteMetadata(source, noGps, 48, 64, {.removeGps = true}));
+    ASSERT_TRUE(WriteMetadata(source, none, 48, 64, {.removeAll = true}));
+    auto a = test::OpenBytes(noGps);
+    EXPECT_FALSE(test::HasGps(a->exifData()));
+    EXPECT_FALSE(test::Has(a->exifData(), "Exif.Image.GPSTag"));
+    EXPECT_EQ(a->exifData()["Exif.Image.Model"].toString(), "Q1");
+    auto b = test::OpenBytes(none);
+    EXPECT_TRUE(b->exifData().empty());
+    EXPECT_TRUE(b->iptcData().empty());
+    EXPECT_TRUE(b->xmpData().empty());
+    EXPECT_TRUE(b->iccProfileDefined());  // colours are not metadata
+}
+
+TEST(Metadata, BadMetadataIsLeftOutWithANote) {
+    std::vector<uint8_t> jpeg, png;
+    ASSERT_EQ(EncodeJpeg(Flat(16, 16, 1, 2, 3).View(), 90, jpeg), kJpegOk);
+    const auto damaged = test::WithJpegExif(jpeg, test::ExifBlock({{0x8769, 4, 1, 8}}));  // a loop
+    const SourceMetadata fromDamaged = ReadMetadata(damaged);
+    EXPECT_FALSE(fromDamaged.HasMetadata());
+    EXPECT_NE(fromDamaged.Note(), "");
+    DecodedPicture d;
+    EXPECT_TRUE(DecodePicture(damaged, d));
+
+    // A CMYK profile does not describe the RGB pixels the loader hands over.
+    std::vector<uint8_t> cmyk = test::SwappedProfile();
+    std::memcpy(cmyk.data() + 16, "CMYK", 4);
+    const auto cmykJpeg = test::Edited(jpeg, [&cmyk](Exiv2::Image& image) {
+        Exiv2::DataBuf icc = test::Buf(cmyk);
+        image.setIccProfile(icc, false);
+    });
+    EXPECT_TRUE(ReadMetadata(cmykJpeg).IccProfile().empty());
+
+    ASSERT_TRUE(EncodePng(Flat(16, 16, 1, 2, 3), png));
+    const std::string huge = "<?xpacket begin='' id='W5M0MpCehiHzreSzNTczkc9d'?><x:xmpmeta xmlns:x='adobe:ns:meta/'>" +
+                             std::string(10 << 20, ' ') + "</x:xmpmeta><?xpacket end='w'?>";
+    png = test::Edited(png, [&huge](Exiv2::Image& image) {
+        image.exifData()["Exif.Image.Make"] = "Quorcam";
+        image.writeXmpFromPacket(true);
+        image.setXmpPacket(huge);
+    });
+    const SourceMetadata fromHuge = ReadMetadata(png);
+    EXPECT_NE(fromHuge.Note(), "");
+    EXPECT_TRUE(fromHuge.HasMetadata());  // the EXIF is still good
+}
+
+// CMYK JPEGs store their inks inverted, as Photoshop writes them: stored (0, 255, 255, 255)
+// is full cyan and no black, which shows as RGB (0, 255, 255); stored (255, 255, 255, 127)
+// is no ink and half black: grey 127.
+TEST(ColourProfile, CmykJpegShowsItsInks) {
+    const uint8_t cmyk[2 * 4] = {0, 255, 255, 255, 255, 255, 255, 127};
+    tjhandle tj = tjInitCompress();
+    unsigned char* jpeg = nullptr;
+    unsigned long size = 0;
+    ASSERT_EQ(tjCompress2(tj, cmyk, 2, 8, 1, TJPF_CMYK, &jpeg, &size, TJSAMP_444, 100, 0), 0);
+    DecodedPicture d;
+    ASSERT_TRUE(DecodePicture(std::span<const uint8_t>(jpeg, size), d));
+    tjFree(jpeg);
+    tjDestroy(tj);
+    const uint8_t* p = d.pixels.Row(0);
+    const int want[8] = {255, 255, 0, 0, 127, 127, 127, 0};  // cyan, then grey (blue, green, red, unused)
+    for (int i : {0, 1, 2, 4, 5, 6}) EXPECT_NEAR(p[i], want[i], 3) << i;
+}
+
+TEST(ColourProfile, ConvertsToSrgbAndRefusesDamagedProfiles) {
+    cDib red = Flat(4, 4, 0, 0, 255);
+    ASSERT_TRUE(ConvertToSrgb(red, test::SwappedProfile()));
+    EXPECT_NEAR(red.Row(1)[0], 255, 2);  // the profile's red primary is sRGB's blue
+    EXPECT_NEAR(red.Row(1)[2], 0, 2);
+
+    cDib grey = Flat(4, 4, 90, 90, 90);
+    std::vector<uint8_t> garbage = test::SwappedProfile();
+    garbage.resize(60);
+    EXPECT_FALSE(ConvertToSrgb(grey, garbage));
+    EXPECT_EQ(grey.Row(0)[0], 90);
+}
+
+}  // namespace
+}  // namespace quorbel

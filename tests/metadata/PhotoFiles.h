@@ -1,0 +1,80 @@
+#pragma once
+// Photos as cameras and phones write them, made with the metadata and colour libraries
+// directly (not through the code under test), and outputs read back the same way.
+#include <exiv2/exiv2.hpp>
+#include <lcms2.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "output/Codecs.h"
+#include "output/JpegCodec.h"
+
+namespace quorbel::test {
+
+inline Exiv2::Image::AutoPtr OpenBytes(const std::vector<uint8_t>& bytes) {
+    auto image = Exiv2::ImageFactory::open(bytes.data(), static_cast<long>(bytes.size()));
+    image->readMetadata();
+    return image;
+}
+
+// The file with whatever edit writes into its metadata.
+inline std::vector<uint8_t> Edited(const std::vector<uint8_t>& file, const std::function<void(Exiv2::Image&)>& edit) {
+    auto image = OpenBytes(file);
+    edit(*image);
+    image->writeMetadata();
+    Exiv2::BasicIo& io = image->io();
+    io.seek(0, Exiv2::BasicIo::beg);
+    const Exiv2::DataBuf b = io.read(io.size());
+    return {b.pData_, b.pData_ + b.size_};
+}
+
+// A camera's EXIF: make, model, exposure, date taken, a GPS position, an orientation and a
+// small embedded thumbnail.
+inline Exiv2::ExifData CameraExif(int orientation) {
+    Exiv2::ExifData exif;
+    exif["Exif.Image.Make"] = "Quorcam";
+    exif["Exif.Image.Model"] = "Q1";
+    exif["Exif.Image.Orientation"] = uint16_t(orientation);
+    exif["Exif.Photo.DateTimeOriginal"] = "2024:05:06 07:08:09";
+    exif["Exif.Photo.ExposureTime"] = Exiv2::URational(1, 250);
+    exif["Exif.GPSInfo.GPSLatitudeRef"] = "N";
+    exif["Exif.GPSInfo.GPSLatitude"] = "48/1 51/1 24/1";
+    cDib thumb;
+    thumb.Create(16, 16);
+    std::vector<uint8_t> jpeg;
+    EncodeJpeg(thumb.View(), 80, jpeg);
+    Exiv2::ExifThumb(exif).setJpegThumbnail(jpeg.data(), static_cast<long>(jpeg.size()));
+    return exif;
+}
+
+inline bool Has(const Exiv2::ExifData& exif, const char* key) { return exif.findKey(Exiv2::ExifKey(key)) != exif.end(); }
+inline bool HasGps(const Exiv2::ExifData& exif) {
+    for (const auto& d : exif)
+        if (d.groupName() == "GPSInfo") return true;
+    return false;
+}
+
+// An RGB profile with sRGB's primaries but red and blue exchanged: the profile's pure red is
+// sRGB's pure blue, a conversion that can be checked by eye.
+inline std::vector<uint8_t> SwappedProfile() {
+    cmsCIExyY white;
+    cmsWhitePointFromTemp(&white, 6504);
+    const cmsCIExyYTRIPLE primaries = {{0.15, 0.06, 1}, {0.30, 0.60, 1}, {0.64, 0.33, 1}};
+    cmsToneCurve* gamma = cmsBuildGamma(nullptr, 2.2);
+    cmsToneCurve* curves[3] = {gamma, gamma, gamma};
+    cmsHPROFILE p = cmsCreateRGBProfile(&white, &primaries, curves);
+    cmsUInt32Number n = 0;
+    cmsSaveProfileToMem(p, nullptr, &n);
+    std::vector<uint8_t> bytes(n);
+    cmsSaveProfileToMem(p, bytes.data(), &n);
+    cmsCloseProfile(p);
+    cmsFreeToneCurve(gamma);
+    return bytes;
+}
+
+inline Exiv2::DataBuf Buf(const std::vector<uint8_t>& v) { return Exiv2::DataBuf(v.data(), static_cast<long>(v.size())); }
+
+}  // namespace quorbel::test
