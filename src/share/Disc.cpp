@@ -2,7 +2,7 @@
 
 #include "core/SafeFile.h"
 #include "output/FileBytes.h"
-#include "share/Launch.h"
+#include "platform/Launch.h"
 
 namespace quorbel {
 namespace fs = std::filesystem;

@@ -2,7 +2,7 @@
 
 #include "platform/Desktop.h"
 #include "platform/Process.h"
-#include "share/Launch.h"
+#include "platform/Launch.h"
 #include "shell/TextCase.h"
 
 namespace quorbel {
@@ -34,7 +34,10 @@ MailCommand MailCommandFor(const std::string& desktopEntry, const std::vector<Ma
     if (entry.find("thunderbird") != std::string::npos || entry.find("icedove") != std::string::npos) {
         // Addresses, so that a comma or quote in a name cannot split the list.
         std::string list;
-        for (const MailAttachment& a : attachments) list += (list.empty() ? "" : ",") + FileUri(a.pathName);
+        for (const MailAttachment& a : attachments) {
+            if (!list.empty()) list += ',';
+            list += FileUri(a.pathName);
+        }
         MailCommand c{"thunderbird", {"-compose"}};
         if (!list.empty()) c.args.push_back("attachment='" + list + "'");
         return c;
@@ -42,7 +45,7 @@ MailCommand MailCommandFor(const std::string& desktopEntry, const std::vector<Ma
     if (entry.find("evolution") != std::string::npos) {
         std::string uri = "mailto:";
         for (size_t i = 0; i < attachments.size(); ++i)
-            uri += (i == 0 ? "?attach=" : "&attach=") + FileUri(attachments[i].pathName);
+            uri.append(i == 0 ? "?attach=" : "&attach=").append(FileUri(attachments[i].pathName));
         return {"evolution", {uri}};
     }
     if (entry.find("kmail") != std::string::npos) {

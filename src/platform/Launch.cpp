@@ -1,4 +1,4 @@
-#include "share/Launch.h"
+#include "platform/Launch.h"
 
 #include <fcntl.h>
 #include <spawn.h>
