@@ -10,28 +10,27 @@ namespace quorbel::warp {
 
 inline constexpr double kPi = 3.14159265;  // the constant the effects were tuned with
 
-// The nearest whole number, halves away from zero; inline, unlike the library's rounding.
-inline double RoundToWhole(double v) { return static_cast<double>(static_cast<int64_t>(v + (v < 0 ? -0.5 : 0.5))); }
 
-// sin and cos of one angle together, to double precision, in a few multiplications: the
-// Twist needs both for every pixel and the library's separate calls cost most of its time.
+// sin and cos of one angle together, to double precision, in a few multiplications and
+// without branches: the Twist needs both for every pixel and the library's separate calls
+// cost most of its time. Whole rows of them vectorise.
 inline void SinCos(double a, double& sine, double& cosine) {
     constexpr double kHalfPi = 1.5707963267948966;
-    const double k = RoundToWhole(a * (1 / kHalfPi));
-    const double u = a - k * kHalfPi;  // |u| <= pi/4
+    const double t = a * (1 / kHalfPi);
+    const int32_t k = static_cast<int32_t>(t + (t < 0 ? -0.5 : 0.5));  // nearest quarter turn
+    const double u = a - k * kHalfPi;                                  // |u| <= pi/4
     const double u2 = u * u;
     const double su = u * (1 + u2 * (-1.0 / 6 + u2 * (1.0 / 120 + u2 * (-1.0 / 5040 + u2 * (1.0 / 362880 +
                       u2 * (-1.0 / 39916800 + u2 * (1.0 / 6227020800.0)))))));
     const double cu = 1 + u2 * (-0.5 + u2 * (1.0 / 24 + u2 * (-1.0 / 720 + u2 * (1.0 / 40320 +
                       u2 * (-1.0 / 3628800 + u2 * (1.0 / 479001600 + u2 * (-1.0 / 87178291200.0)))))));
-    switch (static_cast<int64_t>(k) & 3) {
-        case 0: sine = su, cosine = cu; break;
-        case 1: sine = cu, cosine = -su; break;
-        case 2: sine = -su, cosine = -cu; break;
-        default: sine = -cu, cosine = su; break;
-    }
+    // Quarter turns 1 and 3 swap sine and cosine; 2 and 3 negate the sine, 1 and 2 the cosine.
+    const int q = k & 3;
+    const double s = (q & 1) ? cu : su;
+    const double c = (q & 1) ? su : cu;
+    sine = (q & 2) ? -s : s;
+    cosine = ((q + 1) & 2) ? -c : c;
 }
-
 
 inline SourcePoint FishEye(const WarpState& s, float x, float y) {
     const double dx = double(x) - s.cx;
@@ -60,6 +59,24 @@ inline SourcePoint Twist(const WarpState& s, float x, float y) {
     double sine, cosine;
     SinCos(turn, sine, cosine);
     return {static_cast<float>(dy * cosine - dx * sine + s.cx), static_cast<float>(dx * cosine + dy * sine + s.cy)};
+}
+
+// The Twist for n pixels of row y from column x0: away from the centre row, the same rule
+// as Twist with nothing that depends on the pixel but the arithmetic, so it vectorises.
+inline void TwistRow(const WarpState& s, int x0, int n, float y, SourcePoint* out) {
+    const double dy = double(y) - s.cy;
+    if (std::fabs(dy) <= 0.01) {
+        for (int i = 0; i < n; ++i) out[i] = Twist(s, static_cast<float>(x0 + i), y);
+        return;
+    }
+    for (int i = 0; i < n; ++i) {
+        const double dx = double(x0 + i) - s.cx;
+        const double r = std::sqrt(dx * dx + dy * dy);
+        double sine, cosine;
+        SinCos(1.570796325 - r / 50, sine, cosine);
+        out[i].sx = static_cast<float>(dy * cosine - dx * sine + s.cx);
+        out[i].sy = static_cast<float>(dx * cosine + dy * sine + s.cy);
+    }
 }
 
 inline SourcePoint Wave(const WarpState&, float x, float y) {

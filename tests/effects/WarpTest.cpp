@@ -107,6 +107,14 @@ TEST(Remap, SamplesBilinearlyAndFillsOutsideWithTheBackground) {
             expect.x = 0;
             ASSERT_EQ(At(same, x, y), expect);
         }
+    // Every mapping run over whole rows at once gives what the point-by-point mapping gives.
+    for (int16_t t = 0; t < 6; ++t) {
+        const WarpState state = MakeWarpState(t, 30, 20);
+        cDib rows, points;
+        ASSERT_TRUE(ApplyWarp(src, rows, t, RGBColor(1, 2, 3)));
+        ASSERT_TRUE(Remap(src, points, [&](float x, float y) { return WarpMap(state, x, y); }, RGBColor(1, 2, 3)));
+        EXPECT_TRUE(Same(rows, points)) << "transformation " << t;
+    }
     cDib wave;
     ApplyWarp(src, wave, 2, RGBColor(9, 8, 7));  // x = 25 reads 15 rows up: off the top
     EXPECT_EQ(At(wave, 25, 10), Rgb(9, 8, 7));

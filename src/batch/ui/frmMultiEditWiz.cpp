@@ -346,6 +346,11 @@ QWidget* frmMultiEditWiz::BuildSize() {
     chkConvertSrgb->setChecked(sharing.convertToSrgb);
     cboImageType = new QComboBox;
     for (std::string_view t : kOutputTypeTexts) cboImageType->addItem(Q(t));
+    // Few programs open HEIC pictures, so keeping the type writes them as JPEG; say so.
+    auto* keepNote = new QLabel("HEIC and HEIF pictures are written as JPEG (*.jpg), which every program opens.");
+    keepNote->setWordWrap(true);
+    connect(cboImageType, &QComboBox::currentIndexChanged, keepNote,
+            [keepNote](int index) { keepNote->setVisible(index == 0); });
     cboQuality = new QComboBox;
     for (const char* q : kQualityNames) cboQuality->addItem(q);
     txtJPEGVal = new QLineEdit("95");
@@ -368,6 +373,7 @@ QWidget* frmMultiEditWiz::BuildSize() {
     boxes->addWidget(chkConvertSrgb, 4, 0);
     form->addRow(boxes);
     form->addRow("Image type:", cboImageType);
+    form->addRow(keepNote);
     form->addRow("Quick select:", cboQuality);
     form->addRow("JPEG (*.jpg) Quality", txtJPEGVal);
     auto* save = new QHBoxLayout;
