@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "EffectsPictures.h"
 #include "imaging/cDIBDither.h"
 
@@ -36,9 +38,7 @@ TEST(Dither, HandWorkedRowOnMonochrome) {
     cDib shown;
     ASSERT_TRUE(d.Dither(Flat(3, 1, Grey(100)), mono, &shown));
     EXPECT_EQ(d.BitsPerPixel(), 1);
-    EXPECT_EQ(d.IndexAt(0, 0), 0);
-    EXPECT_EQ(d.IndexAt(1, 0), 0);
-    EXPECT_EQ(d.IndexAt(2, 0), 1);
+    EXPECT_EQ((std::array<int, 3>{d.IndexAt(0, 0), d.IndexAt(1, 0), d.IndexAt(2, 0)}), (std::array{0, 0, 1}));
     ASSERT_EQ(d.Bits().size(), 4u);   // one row padded to four bytes
     EXPECT_EQ(d.Bits()[0], 0x20);     // high bits first
     EXPECT_EQ(At(shown, 2, 0), Grey(255));

@@ -16,8 +16,7 @@ TEST(RotateDC, NinetyDegreesTakesNewXYFromSourceYAndHMinusX) {
     const int w = 4, h = 3;
     cDib d = Numbered(w, h);
     ASSERT_TRUE(RotateByDegrees(d, 90));
-    ASSERT_EQ(d.Width(), h);
-    ASSERT_EQ(d.Height(), w);
+    ASSERT_EQ(SizeOf(d), std::make_pair(h, w));
     for (int y = 0; y < w; ++y) {
         // The first column would come from the row one past the bottom: it stays black.
         EXPECT_EQ(Pixel(d, 0, y), 0u);
@@ -31,8 +30,7 @@ TEST(RotateDC, HalfAndThreeQuarterTurnsFollowTheWholeNumberSineAndCosine) {
     // comes from (w - x, h - y): the first row and column stay black.
     cDib half = Numbered(w, h);
     ASSERT_TRUE(RotateByDegrees(half, 180));
-    ASSERT_EQ(half.Width(), w);
-    ASSERT_EQ(half.Height(), h);
+    ASSERT_EQ(SizeOf(half), std::make_pair(w, h));
     EXPECT_EQ(Pixel(half, 0, 1), 0u);
     EXPECT_EQ(Pixel(half, 2, 0), 0u);
     EXPECT_EQ(Pixel(half, 1, 1), Bgr(3, 2, 5));
@@ -41,8 +39,7 @@ TEST(RotateDC, HalfAndThreeQuarterTurnsFollowTheWholeNumberSineAndCosine) {
     // 270 degrees: 5 radians, s = -1, c = 0: minX = 0, minY = -w; new (x, y) = (w - y, x).
     cDib three = Numbered(w, h);
     ASSERT_TRUE(RotateByDegrees(three, 270));
-    ASSERT_EQ(three.Width(), h);
-    ASSERT_EQ(three.Height(), w);
+    ASSERT_EQ(SizeOf(three), std::make_pair(h, w));
     EXPECT_EQ(Pixel(three, 0, 0), 0u);
     EXPECT_EQ(Pixel(three, 0, 1), Bgr(3, 0, 3));
     EXPECT_EQ(Pixel(three, 2, 3), Bgr(1, 2, 3));
@@ -51,8 +48,7 @@ TEST(RotateDC, HalfAndThreeQuarterTurnsFollowTheWholeNumberSineAndCosine) {
 TEST(RotateDC, SizesAndTheDegenerateCases) {
     cDib one = Numbered(1, 1);
     ASSERT_TRUE(RotateByDegrees(one, 90));
-    EXPECT_EQ(one.Width(), 1);
-    EXPECT_EQ(one.Height(), 1);
+    EXPECT_EQ(SizeOf(one), std::make_pair(1, 1));
 
     cDib same = Numbered(5, 2);
     ASSERT_TRUE(RotateByDegrees(same, 0));
@@ -63,12 +59,10 @@ TEST(RotateDC, SizesAndTheDegenerateCases) {
 
     // 45 degrees is 1 radian: sine and cosine both round to 1, a shear, not a diagonal.
     const TurnedBox box = TurnedBounds(5, 2, 1, 1);
-    EXPECT_EQ(box.width, 7);
-    EXPECT_EQ(box.height, 7);
+    EXPECT_EQ(std::make_pair(box.width, box.height), std::make_pair(7, 7));
     cDib sheared = Numbered(5, 2);
     ASSERT_TRUE(RotateByDegrees(sheared, 45));
-    EXPECT_EQ(sheared.Width(), 7);
-    EXPECT_EQ(sheared.Height(), 7);
+    EXPECT_EQ(SizeOf(sheared), std::make_pair(7, 7));
 }
 
 TEST(RotateDC, AnOverflowInTheArithmeticRaisesAndLeavesThePicture) {
@@ -103,8 +97,7 @@ TEST(Orientation, TheQuarterTurnGoesClockwiseAndKeepsEveryPixel) {
     cDib d = Numbered(w, h);
     std::vector<int> progress;
     d.Orientation(false, false, true, [&](int p) { progress.push_back(p); });
-    ASSERT_EQ(d.Width(), h);
-    ASSERT_EQ(d.Height(), w);
+    ASSERT_EQ(SizeOf(d), std::make_pair(h, w));
     for (int y = 0; y < w; ++y)
         for (int x = 0; x < h; ++x) ASSERT_EQ(Pixel(d, x, y), Bgr(y, h - 1 - x, y + h - 1 - x));
     ASSERT_FALSE(progress.empty());

@@ -2,6 +2,7 @@
 // Small pictures made in code for the imaging tests.
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include "imaging/cDib.h"
 
@@ -24,6 +25,8 @@ inline cDib Numbered(int w, int h) {
             SetPixel(d, x, y, uint32_t(x & 0xFF) | (uint32_t(y & 0xFF) << 8) | (uint32_t((x + y) & 0xFF) << 16));
     return d;
 }
+
+inline std::pair<int, int> SizeOf(const cDib& d) { return {d.Width(), d.Height()}; }
 
 inline uint32_t Bgr(uint8_t b, uint8_t g, uint8_t r) { return uint32_t(b) | (uint32_t(g) << 8) | (uint32_t(r) << 16); }
 

@@ -14,21 +14,12 @@ TEST(cDib, CreateFillsEveryPixelWithTheBackgroundAndDescribesItself) {
     cDib d;
     ASSERT_TRUE(d.Create(3, 2, RGBColor(10, 20, 30)));
     EXPECT_TRUE(d.hDIB());
-    EXPECT_EQ(d.Width(), 3);
-    EXPECT_EQ(d.Height(), 2);
-    EXPECT_EQ(d.BytesPerScanLine(), 12);
-    EXPECT_EQ(d.Size(), 24);
-    EXPECT_EQ(d.Header().biSize, 40u);
-    EXPECT_EQ(d.Header().biBitCount, 32);
-    EXPECT_EQ(d.Header().biPlanes, 1);
-    EXPECT_EQ(d.Header().biCompression, 0u);
-    for (int i = 0; i < d.Size(); i += 4) {
-        // Blue, green, red, then a fourth byte of 0.
-        EXPECT_EQ(d.lpBits()[i], 30);
-        EXPECT_EQ(d.lpBits()[i + 1], 20);
-        EXPECT_EQ(d.lpBits()[i + 2], 10);
-        EXPECT_EQ(d.lpBits()[i + 3], 0);
-    }
+    EXPECT_EQ((std::array{d.Width(), d.Height(), d.BytesPerScanLine(), d.Size()}), (std::array{3, 2, 12, 24}));
+    const auto& hdr = d.Header();
+    EXPECT_EQ((std::array<uint32_t, 4>{hdr.biSize, uint32_t(hdr.biBitCount), uint32_t(hdr.biPlanes), hdr.biCompression}),
+              (std::array<uint32_t, 4>{40, 32, 1, 0}));
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 3; ++x) EXPECT_EQ(Pixel(d, x, y), Bgr(30, 20, 10)) << x << "," << y;  // fourth byte 0
 }
 
 TEST(cDib, RowsAreTopDownWhileMemoryIsBottomUp) {
@@ -94,12 +85,8 @@ TEST(cDib, LoadDIBBltStretchesTheOtherBufferOntoTheWholeOfThisOne) {
     cDib d;
     d.Create(4, 2, 0);
     d.LoadDIBBlt(small);
-    for (int y = 0; y < 2; ++y) {
-        EXPECT_EQ(Pixel(d, 0, y), Bgr(1, 1, 1));
-        EXPECT_EQ(Pixel(d, 1, y), Bgr(1, 1, 1));
-        EXPECT_EQ(Pixel(d, 2, y), Bgr(2, 2, 2));
-        EXPECT_EQ(Pixel(d, 3, y), Bgr(2, 2, 2));
-    }
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 4; ++x) EXPECT_EQ(Pixel(d, x, y), x < 2 ? Bgr(1, 1, 1) : Bgr(2, 2, 2)) << x << "," << y;
 }
 
 TEST(cDib, PaintWithZoomRepeatsEachPixelAndChecksTheExtent) {

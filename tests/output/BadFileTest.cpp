@@ -101,15 +101,7 @@ TEST(BadFiles, ZeroAndHugeDimensionsAreRefusedFast) {
 
 // A 8-bit BMP with the given palette count field and a 2 × 1 picture.
 std::vector<uint8_t> Bmp8(uint32_t paletteCount, uint32_t storedEntries) {
-    std::vector<uint8_t> b(14 + 40 + storedEntries * 4 + 4, 0);
-    b[0] = 'B', b[1] = 'M';
-    Put32(b, 10, static_cast<uint32_t>(14 + 40 + storedEntries * 4));
-    Put32(b, 14, 40);
-    Put32(b, 18, 2);
-    Put32(b, 22, 1);
-    b[26] = 1, b[28] = 8;
-    Put32(b, 46, paletteCount);
-    return b;
+    return BmpFile(2, 1, 8, 0, paletteCount, storedEntries * 4, 4);
 }
 
 TEST(BadFiles, BmpPalettesAndMasksAreChecked) {
@@ -119,11 +111,7 @@ TEST(BadFiles, BmpPalettesAndMasksAreChecked) {
     EXPECT_FALSE(DecodeBmp(Bmp8(256, 2), out));      // palette runs past the end of the file
 
     // 32-bit with bit fields whose green mask is zero.
-    std::vector<uint8_t> b(14 + 40 + 12 + 4, 0);
-    b[0] = 'B', b[1] = 'M';
-    Put32(b, 10, 14 + 40 + 12);
-    Put32(b, 14, 40), Put32(b, 18, 1), Put32(b, 22, 1);
-    b[26] = 1, b[28] = 32, b[30] = 3;
+    std::vector<uint8_t> b = BmpFile(1, 1, 32, 3, 0, 12, 4);
     Put32(b, 54, 0xFF0000), Put32(b, 58, 0), Put32(b, 62, 0xFF);
     EXPECT_FALSE(DecodeBmp(b, out));
     Put32(b, 58, 0xFF00);

@@ -13,7 +13,6 @@ namespace {
 
 using namespace test;
 
-
 TEST(Codecs, LosslessFormatsRoundTripExactlyAndAreFoundByContent) {
     cDib picture = Gradient(37, 23);  // odd width: padded rows in BMP
     std::vector<uint8_t> png, tiff, lzw, bmp;
@@ -80,13 +79,8 @@ TEST(Codecs, QuantiserKeepsTheAverageColourWithDiffusion) {
 // A hand-made 8-bit run-length BMP, 4 × 2: bottom row "run of 3 × index 1, then index 2",
 // top row "delta right 2, absolute run 1, 0, (padding)".
 TEST(Codecs, BmpRunLengthPalettesAndRowOrder) {
-    std::vector<uint8_t> b(14 + 40 + 3 * 4, 0);
-    b[0] = 'B', b[1] = 'M';
-    Put32(b, 14, 40), Put32(b, 18, 4), Put32(b, 22, 2);
-    b[26] = 1, b[28] = 8, b[30] = 1;  // RLE8
-    Put32(b, 46, 3);
+    std::vector<uint8_t> b = BmpFile(4, 2, 8, 1, 3, 3 * 4, 0);  // RLE8
     Put32(b, 54, 0x000000), Put32(b, 58, 0x0000FF), Put32(b, 62, 0xFF0000);  // black, blue, red
-    Put32(b, 10, static_cast<uint32_t>(b.size()));
     const std::vector<uint8_t> rle = {3, 1, 1, 2, 0, 0, 0, 2, 2, 0, 0, 3, 1, 0, 2, 0, 0, 1, 0, 0};
     b.insert(b.end(), rle.begin(), rle.end());
     DecodedPicture out;
@@ -105,11 +99,7 @@ TEST(Codecs, BmpRunLengthPalettesAndRowOrder) {
 
 TEST(Codecs, OneBitTopDownBmpAndFourBitPalette) {
     // 1-bit, 3 × 2, top-down: top row 1 0 1, bottom row 0 1 0.
-    std::vector<uint8_t> b(14 + 40 + 8 + 8, 0);
-    b[0] = 'B', b[1] = 'M';
-    Put32(b, 10, 14 + 40 + 8);
-    Put32(b, 14, 40), Put32(b, 18, 3), Put32(b, 22, static_cast<uint32_t>(-2));
-    b[26] = 1, b[28] = 1;
+    std::vector<uint8_t> b = BmpFile(3, -2, 1, 0, 0, 8, 8);
     Put32(b, 58, 0xFFFFFF);
     b[62] = 0b10100000, b[66] = 0b01000000;
     DecodedPicture out;

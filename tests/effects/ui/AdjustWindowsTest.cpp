@@ -63,26 +63,6 @@ TEST(ContrastWindow, SliderToTheLeftPullsTowardTheMiddle) {
     EXPECT_EQ(At(result, 19, 9), Grey(137));
 }
 
-TEST(ContrastWindow, EndsOfTheSliderFollowTheRuleWithinAByte) {
-    // At either end every channel value still follows the one-sided rule exactly,
-    // which only holds if no result leaves 0..255 on the unclamped side.
-    const cDib picture = Make(256, 1, [](int x, int) { return Grey(uint8_t(x)); });
-    for (int slider : {-128, 128}) {
-        frmContrast w(picture);
-        w.hbarContrast->SetValue(slider);
-        const int a = -slider;
-        ASSERT_EQ(w.hbarContrast->Value(), slider);
-        const cDib result = RunOK(w);
-        ASSERT_TRUE(result.hDIB());
-        for (int v = 0; v < 256; ++v) {
-            const int want = v >= 128 ? std::min(v - a, 255) : std::max(v + a, 0);
-            ASSERT_GE(want, 0);
-            ASSERT_LE(want, 255);
-            ASSERT_EQ(At(result, v, 0).g, want) << "v " << v << " amount " << a;
-        }
-    }
-}
-
 TEST(ColourBalanceWindow, RedBarMovesRedAloneAndRefreshPutsItBack) {
     const cDib picture = AllValues();
     {
@@ -103,9 +83,8 @@ TEST(ColourBalanceWindow, RedBarMovesRedAloneAndRefreshPutsItBack) {
         const cDib result = RunOK(w);
         ASSERT_TRUE(result.hDIB());
         for (int x = 0; x < 512; x += 7) {
-            EXPECT_EQ(At(result, x, 5).r, 255);
-            EXPECT_EQ(At(result, x, 5).g, At(picture, x, 5).g);
-            EXPECT_EQ(At(result, x, 5).b, At(picture, x, 5).b);
+            const Px o = At(picture, x, 5);
+            EXPECT_EQ(At(result, x, 5), (Px{o.b, o.g, 255, o.x})) << x;
         }
     }
     frmColorBal w(picture);

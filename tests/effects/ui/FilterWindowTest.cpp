@@ -26,6 +26,10 @@ constexpr const char* kTifText =
 struct Row {
     QString caption;
     int minimum, maximum, value;
+    friend bool operator==(const Row&, const Row&) = default;
+    friend void PrintTo(const Row& r, std::ostream* os) {
+        *os << r.caption.toStdString() << " " << r.minimum << ".." << r.maximum << " = " << r.value;
+    }
 };
 
 std::vector<Row> VisibleRows(const fFilter& w) {
@@ -69,39 +73,32 @@ TEST_F(FilterWindowTest, EachEntryShowsItsSlidersAndColours) {
         w.SelectFilter(index);
         return VisibleRows(w);
     };
-    auto same = [](const std::vector<Row>& got, const std::vector<Row>& want) {
-        if (got.size() != want.size()) return false;
-        for (size_t i = 0; i < got.size(); ++i)
-            if (got[i].caption != want[i].caption || got[i].minimum != want[i].minimum ||
-                got[i].maximum != want[i].maximum || got[i].value != want[i].value)
-                return false;
-        return true;
-    };
-    EXPECT_TRUE(same(rows(1), {{"Level", 1, 25, 1}}));
-    EXPECT_TRUE(same(rows(3), {{"Hue", 0, 100, 0}, {"Saturation", 0, 100, 50}, {"Luminosity", 0, 100, 100}}));
-    EXPECT_TRUE(same(rows(5), {{"Level", -100, 250, 0}}));
-    EXPECT_TRUE(same(rows(8), {{"Horizontal factor", 0, 100, 0}, {"Vertical factor", 0, 100, 0}, {"Step", 1, 10, 1}}));
-    EXPECT_TRUE(same(rows(15), {{"Level", -100, 100, 0}, {"Shift", -50, 50, 0}}));
-    EXPECT_TRUE(same(rows(21), {{"Threshold", 0, 255, 0}}));
+    using Rows = std::vector<Row>;
+    EXPECT_EQ(rows(1), (Rows{{"Level", 1, 25, 1}}));
+    EXPECT_EQ(rows(3), (Rows{{"Hue", 0, 100, 0}, {"Saturation", 0, 100, 50}, {"Luminosity", 0, 100, 100}}));
+    EXPECT_EQ(rows(5), (Rows{{"Level", -100, 250, 0}}));
+    EXPECT_EQ(rows(8), (Rows{{"Horizontal factor", 0, 100, 0}, {"Vertical factor", 0, 100, 0}, {"Step", 1, 10, 1}}));
+    EXPECT_EQ(rows(15), (Rows{{"Level", -100, 100, 0}, {"Shift", -50, 50, 0}}));
+    EXPECT_EQ(rows(21), (Rows{{"Threshold", 0, 255, 0}}));
     EXPECT_TRUE(rows(4).empty());
     EXPECT_TRUE(w.cmdApply->isEnabled());
     EXPECT_EQ(VisibleColours(w), 0);
 
-    EXPECT_TRUE(same(rows(18), {{"Extent", 0, 255, 0}, {"H Tolerance", 0, 100, 0}, {"S Tolerance", 0, 100, 0}}));
+    EXPECT_EQ(rows(18), (Rows{{"Extent", 0, 255, 0}, {"H Tolerance", 0, 100, 0}, {"S Tolerance", 0, 100, 0}}));
     EXPECT_EQ(VisibleColours(w), 2);
     EXPECT_TRUE(w.picPreview->Picking());
-    EXPECT_TRUE(same(rows(19), {{"Extent", 0, 255, 0}, {"L Tolerance", 0, 100, 0}}));
+    EXPECT_EQ(rows(19), (Rows{{"Extent", 0, 255, 0}, {"L Tolerance", 0, 100, 0}}));
     EXPECT_EQ(VisibleColours(w), 2);
     EXPECT_TRUE(w.picPreview->Picking());
-    EXPECT_TRUE(same(rows(26), {{"Amount", -255, 255, 0}, {"Extent", 0, 255, 0}}));
+    EXPECT_EQ(rows(26), (Rows{{"Amount", -255, 255, 0}, {"Extent", 0, 255, 0}}));
     EXPECT_EQ(VisibleColours(w), 1);
     EXPECT_FALSE(w.picPreview->Picking());
 
     // Coming back to an entry starts it from its initial values again.
     w.SelectFilter(1);
     w.sbParam[0]->SetValue(20);
-    EXPECT_TRUE(same(rows(27), {{"Level", 1, 25, 1}}));
-    EXPECT_TRUE(same(rows(1), {{"Level", 1, 25, 1}}));
+    EXPECT_EQ(rows(27), (Rows{{"Level", 1, 25, 1}}));
+    EXPECT_EQ(rows(1), (Rows{{"Level", 1, 25, 1}}));
 }
 
 TEST_F(FilterWindowTest, PreviewFiltersASmallCopyOnly) {
@@ -164,10 +161,9 @@ TEST_F(FilterWindowTest, ApplyRunsTheWholePictureOffTheUiThreadAndStacks) {
     ASSERT_EQ(result.Height(), 480);
     for (int y = 0; y < 480; y += 13)
         for (int x = 0; x < 640; x += 17) {
-            const Px p = At(result, x, y), o = At(before, x, y);
-            ASSERT_EQ(p.r, std::min(255, o.r + 10)) << x << "," << y;
-            ASSERT_EQ(p.g, std::max(0, o.g - 20)) << x << "," << y;
-            ASSERT_EQ(p.b, o.b) << x << "," << y;
+            const Px o = At(before, x, y);
+            ASSERT_EQ(At(result, x, y), Rgb(uint8_t(std::min(255, o.r + 10)), uint8_t(std::max(0, o.g - 20)), o.b))
+                << x << "," << y;
         }
     EXPECT_TRUE(Same(picture, before));
     EXPECT_TRUE(messages.Shown().empty());

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
+#include "../../effects/EffectsPictures.h"
 #include "FitPictures.h"
 #include "core/MessageBox.h"
 #include "imaging/ResizeDib.h"
@@ -17,20 +17,6 @@ int64_t JpegBytes(const cDib& picture, int quality) {
     std::vector<uint8_t> bytes;
     EXPECT_EQ(EncodeJpeg(picture.View(), quality, bytes), kJpegOk);
     return static_cast<int64_t>(bytes.size());
-}
-
-cDib Copy(const cDib& from) {
-    cDib to;
-    to.Create(from.Width(), from.Height());
-    to.LoadBlt(from.View(), 0, 0);
-    return to;
-}
-
-bool SamePixels(const cDib& a, const cDib& b) {
-    if (a.Width() != b.Width() || a.Height() != b.Height()) return false;
-    for (int y = 0; y < a.Height(); ++y)
-        if (std::memcmp(a.Row(y), b.Row(y), static_cast<size_t>(a.Width()) * 4) != 0) return false;
-    return true;
 }
 
 FitRequest Request(double kb, int maxW, int maxH, int minW, int minH, std::string quality, FitMode mode) {
@@ -84,7 +70,7 @@ TEST(FitToFileSize, QualityModeStepsDownThenSettlesOnTheBestQualityThatFits) {
     EXPECT_LE(static_cast<int64_t>(r.jpeg.size()), r.limitBytes);
     EXPECT_EQ(JpegBytes(r.picture, r.quality), static_cast<int64_t>(r.jpeg.size()));
     EXPECT_GT(JpegBytes(picture, r.quality + 1), r.limitBytes);
-    EXPECT_TRUE(SamePixels(r.picture, picture));
+    EXPECT_TRUE(Same(r.picture, picture));
 }
 
 TEST(FitToFileSize, HeightAndWidthModeCutsTenPercentFromTheOriginalEachTrial) {
@@ -111,7 +97,7 @@ TEST(FitToFileSize, HeightAndWidthModeCutsTenPercentFromTheOriginalEachTrial) {
     // Drawn from the original, not from an earlier trial.
     cDib direct = Copy(picture);
     ASSERT_TRUE(ResizeDib(direct, r.picture.Width(), r.picture.Height(), true));
-    EXPECT_TRUE(SamePixels(direct, r.picture));
+    EXPECT_TRUE(Same(direct, r.picture));
 
     ASSERT_EQ(box.Texts().size(), 1u);
     EXPECT_EQ(box.Texts()[0].rfind("reduced size reached: ", 0), 0u);
