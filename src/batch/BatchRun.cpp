@@ -52,7 +52,8 @@ struct Encoded {
 // type cannot carry a profile, else kept.
 void ApplyColourProfile(const BatchJob& job, std::string_view extension, cDib& dib, SourceMetadata& metadata,
                         std::string& note) {
-    const bool carries = extension == "jpg" || extension == "png" || extension == "tif" || extension == "avif";
+    const bool carries = extension == "jpg" || extension == "png" || extension == "tif" || extension == "webp" ||
+                         extension == "avif";
     if ((carries && !job.convertToSrgb) || metadata.IccProfile().empty()) return;
     if (!ConvertToSrgb(dib, metadata.IccProfile())) note = "colour profile left out: it is damaged";
     metadata.SetIccProfile({});

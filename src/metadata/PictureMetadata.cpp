@@ -2,9 +2,11 @@
 
 #include <exiv2/exiv2.hpp>
 #include <exiv2/webpimage.hpp>
+#include <webp/mux.h>
 
 #include <cstring>
 #include <mutex>
+#include <stdexcept>
 #include <string_view>
 
 #include "metadata/ExifFacts.h"
@@ -25,6 +27,19 @@ constexpr size_t kMaxXmpBytes = size_t(1) << 20;
 std::mutex& XmpMutex() {
     static std::mutex m;
     return m;
+}
+
+// The ICCP chunk through libwebp's own container code, which also sets the header's flag for it.
+void SetWebpProfile(std::vector<uint8_t>& webp, const std::vector<uint8_t>& icc) {
+    const WebPData in{webp.data(), webp.size()};
+    std::unique_ptr<WebPMux, void (*)(WebPMux*)> mux(WebPMuxCreate(&in, 0), WebPMuxDelete);
+    const WebPData chunk{icc.data(), icc.size()};
+    WebPData out{};
+    if (!mux || WebPMuxSetChunk(mux.get(), "ICCP", &chunk, 0) != WEBP_MUX_OK ||
+        WebPMuxAssemble(mux.get(), &out) != WEBP_MUX_OK)
+        throw std::runtime_error("profile not written");
+    webp.assign(out.bytes, out.bytes + out.size);
+    WebPDataClear(&out);
 }
 
 // The XMP toolkit is shared by the batch's threads: it runs under one lock.
@@ -161,7 +176,10 @@ bool WriteMetadata(const SourceMetadata& metadata, std::vector<uint8_t>& encoded
             image->setIptcData(metadata.blocks_->iptc);
             image->setXmpData(OutputXmp(metadata.blocks_->xmp, width, height, options.removeGps));
         }
-        if (!metadata.icc_.empty()) {
+        // Into a plain WebP the library writes the profile under a wrong chunk name, making the
+        // file unreadable: WebP profiles go in afterwards, below.
+        const bool webp = image->imageType() == Exiv2::ImageType::webp;
+        if (!metadata.icc_.empty() && !webp) {
             Exiv2::DataBuf icc(metadata.icc_.data(), static_cast<long>(metadata.icc_.size()));
             image->setIccProfile(icc, false);
         }
@@ -170,7 +188,9 @@ bool WriteMetadata(const SourceMetadata& metadata, std::vector<uint8_t>& encoded
         io.seek(0, Exiv2::BasicIo::beg);
         const Exiv2::DataBuf written = io.read(io.size());
         if (written.size_ <= 0) throw std::runtime_error("nothing written");
-        encoded.assign(written.pData_, written.pData_ + written.size_);
+        std::vector<uint8_t> result(written.pData_, written.pData_ + written.size_);
+        if (webp && !metadata.icc_.empty()) SetWebpProfile(result, metadata.icc_);
+        encoded = std::move(result);
         return true;
     } catch (...) {
         if (note) *note = "metadata left out: it could not be written";

@@ -52,7 +52,6 @@ bool DecodeAvif(std::span<const uint8_t> bytes, DecodedPicture& out) {
     decoder->maxThreads = 1;
     decoder->imageSizeLimit = static_cast<uint32_t>(std::min<int64_t>(kDecodeMaxPixels, UINT32_MAX));
     decoder->imageDimensionLimit = kMaxSide;
-    decoder->imageCountLimit = 1;
     decoder->strictFlags = AVIF_STRICT_DISABLED;  // phones write files the strict checks refuse
     if (avifDecoderSetIOMemory(decoder.get(), bytes.data(), bytes.size()) != AVIF_RESULT_OK ||
         avifDecoderParse(decoder.get()) != AVIF_RESULT_OK)
@@ -86,6 +85,15 @@ bool EncodeAvif(const cDib& picture, int quality, std::vector<uint8_t>& out, con
     const int w = picture.Width(), h = picture.Height();
     std::unique_ptr<avifImage, ImageFree> image(avifImageCreate(w, h, 8, AVIF_PIXEL_FORMAT_YUV420));
     if (!image) return false;
+    // Full-range BT.601 YUV, as JPEG stores it. Naming the matrix (the library leaves it
+    // unspecified) lets the conversion run through libyuv, ten times faster. Without a
+    // profile the pixels are sRGB, and the file says so.
+    image->matrixCoefficients = AVIF_MATRIX_COEFFICIENTS_BT601;
+    image->yuvRange = AVIF_RANGE_FULL;
+    if (!metadata || metadata->icc.empty()) {
+        image->colorPrimaries = AVIF_COLOR_PRIMARIES_BT709;
+        image->transferCharacteristics = AVIF_TRANSFER_CHARACTERISTICS_SRGB;
+    }
     // The library wants rows top-down with a positive pitch: a top-down copy.
     cDib topDown;
     if (!topDown.Create(w, h)) return false;
@@ -111,6 +119,8 @@ bool EncodeAvif(const cDib& picture, int quality, std::vector<uint8_t>& out, con
     const int quantiser = (100 - quality) * AVIF_QUANTIZER_WORST_QUALITY / 100;
     encoder->minQuantizer = encoder->maxQuantizer = quantiser;
     encoder->maxThreads = 1;  // the batch runs one picture per core already
+    // Speed 9 would halve the time again, but at high qualities its files are a quarter
+    // larger for the same fidelity.
     encoder->speed = 8;
     avifRWData output = AVIF_DATA_EMPTY;
     const bool ok = avifEncoderWrite(encoder.get(), image.get(), &output) == AVIF_RESULT_OK;

@@ -8,6 +8,7 @@
 
 #include "imaging/cDIBSection.h"
 #include "imaging/cDib.h"
+#include "output/ColourProfile.h"
 #include "output/DecodeLimits.h"
 
 namespace quorbel {
@@ -66,7 +67,8 @@ LibraryLayout LayoutOf(const PixelView& v) {
 int TjFormat(PixelFormat f) { return f == PixelFormat::Bgrx32 ? TJPF_BGRX : TJPF_BGR; }
 
 // Adobe CMYK JPEGs store inverted ink values; TurboJPEG 2.1 hands them over as they are
-// and cannot turn them into RGB itself.
+// and cannot turn them into RGB itself. Through the file's own CMYK profile when it has
+// one, else by simple ink arithmetic.
 int DecodeCmyk(std::span<const uint8_t> bytes, int width, int height, const PixelView& out) {
     std::unique_ptr<uint8_t[]> cmyk(new (std::nothrow) uint8_t[static_cast<size_t>(width) * height * 4]);
     if (!cmyk) return kJpegTooLarge;
@@ -74,6 +76,8 @@ int DecodeCmyk(std::span<const uint8_t> bytes, int width, int height, const Pixe
                               cmyk.get(), width, width * 4, height, TJPF_CMYK, kDecodeFlags),
                 DecompressorSlot()) != 0)
         return kJpegDecodeFailed;
+    const JpegColour colour = ReadJpegColour(bytes);
+    if (ConvertCmykToSrgb(cmyk.get(), colour.adobe, colour.icc, out)) return kJpegOk;
     const int bpp = BytesPerPixel(out.format);
     for (int y = 0; y < height; ++y) {
         const uint8_t* in = cmyk.get() + static_cast<ptrdiff_t>(y) * width * 4;

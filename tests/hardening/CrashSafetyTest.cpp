@@ -26,10 +26,10 @@ namespace {
 using namespace test;
 using Clock = std::chrono::steady_clock;
 
-// Starts argv with the given environment, kills it with SIGKILL after delay unless it ended
-// before; returns its standard output.
+// Starts argv with the given environment, kills it with SIGKILL after delay (counted from
+// its first output when asked) unless it ended before; returns its standard output.
 std::string KillAfter(const std::vector<std::string>& argv, std::chrono::microseconds delay,
-                      const std::string& env = {}) {
+                      const std::string& env = {}, bool fromFirstOutput = false) {
     int fds[2];
     if (::pipe(fds) != 0) return {};
     const pid_t pid = ::fork();
@@ -41,10 +41,11 @@ std::string KillAfter(const std::vector<std::string>& argv, std::chrono::microse
         ::_exit(127);
     }
     ::close(fds[1]);
-    std::this_thread::sleep_for(delay);
-    ::kill(pid, SIGKILL);
     std::string out;
     char buffer[4096];
+    if (fromFirstOutput && ::read(fds[0], buffer, 1) == 1) out += buffer[0];
+    std::this_thread::sleep_for(delay);
+    ::kill(pid, SIGKILL);
     for (ssize_t n; (n = ::read(fds[0], buffer, sizeof buffer)) > 0;) out.append(buffer, size_t(n));
     ::close(fds[0]);
     ::waitpid(pid, nullptr, 0);
@@ -127,14 +128,13 @@ TEST(CrashSafety, SettingsKilledWhileWritingReadBackAsTheLastOrTheNextWrite) {
     fs::path file;
     int stored = 0;  // the counter the file held before this run
     for (int run = 0; run < 50; ++run) {
-        const std::string out = KillAfter({QUORBEL_SETTINGS_WRITER}, std::chrono::microseconds(random() % 40000), env);
+        const std::string out = KillAfter({QUORBEL_SETTINGS_WRITER}, std::chrono::microseconds(random() % 20000), env, true);
         int done = stored;  // the last write known complete
         std::istringstream lines(out);
         for (std::string line; std::getline(lines, line);) done = std::stoi(line);
         if (file.empty())
             for (const auto& e : fs::recursive_directory_iterator(dir.path))
                 if (e.path().extension() == ".ini") file = e.path();
-        if (file.empty()) continue;  // killed before the first write
         const IniFile ini = IniFile::Load(file);
         ASSERT_EQ(ini.State(), IniFileState::Read);
         const int counter = std::stoi(ini.Get("Kill", "Counter").value_or("0"));
@@ -143,7 +143,7 @@ TEST(CrashSafety, SettingsKilledWhileWritingReadBackAsTheLastOrTheNextWrite) {
         EXPECT_EQ(ini.Get("Kill", "Payload"), std::string(8192, char('a' + counter % 26)));
         ExpectOnlyOurTemporaries(file.parent_path(), {file.filename().string()});
     }
-    EXPECT_GT(stored, 50);  // the kills did land among writes
+    EXPECT_GE(stored, 50);  // every kill landed among writes
 }
 
 }  // namespace

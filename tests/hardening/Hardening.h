@@ -18,8 +18,8 @@ using Bytes = std::vector<uint8_t>;
 
 struct ScratchDir {
     fs::path path;
-    ScratchDir() {
-        std::string t = (fs::temp_directory_path() / "quorbel-hardening-XXXXXX").string();
+    explicit ScratchDir(const fs::path& base = fs::temp_directory_path()) {
+        std::string t = (base / "quorbel-hardening-XXXXXX").string();
         path = ::mkdtemp(t.data());
     }
     ~ScratchDir() {

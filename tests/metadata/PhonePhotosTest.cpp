@@ -100,6 +100,20 @@ TEST(PhonePhotos, EmailJobOutputsUprightSrgbWithoutGpsWithCameraData) {
     }
 }
 
+TEST(PhonePhotos, SharingJobsDefaultToNoGpsAndSrgbAndKeepTheChoiceInTheirFile) {
+    BatchJob web = BatchJobFromIni(IniFile::FromText("[Job]\nType=Web\n"));
+    EXPECT_TRUE(web.removeGps && web.convertToSrgb && !web.removeMetadata);
+    const BatchJob resize = BatchJobFromIni(IniFile::FromText("[Job]\nType=Resize\n"));
+    EXPECT_FALSE(resize.removeGps || resize.convertToSrgb);
+    web.removeGps = false;
+    web.removeMetadata = true;
+    IniFile ini;
+    BatchJobToIni(web, ini);
+    const BatchJob back = BatchJobFromIni(ini);
+    EXPECT_FALSE(back.removeGps);
+    EXPECT_TRUE(back.removeMetadata && back.convertToSrgb);
+}
+
 TEST(PhonePhotos, DamagedExifIsLeftOutWithANoteInTheReport) {
     test::TempDir in, out;
     std::vector<uint8_t> jpeg;
