@@ -235,6 +235,8 @@ BatchRunReport RunBatch(const BatchJob& job, const BatchRunOptions& options) {
         report.stopReason = "The target folder does not exist: " + target.string();
         return report;
     }
+    // What a killed earlier run left half-written here goes before this run writes.
+    RemoveStaleTemporaries(target);
     if (n == 0) return report;
 
     int threads = options.threads > 0 ? options.threads

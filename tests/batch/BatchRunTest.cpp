@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -108,6 +109,10 @@ TEST_F(BatchRunTest, GoodPicturesAreWrittenAndBadOnesReportedByName) {
     BatchJob job = FitJob(20, 20);
     job.rename = true;
     job.newName = "Pic";
+    // Left half-written by a run that was killed two minutes ago: cleared before this one.
+    const fs::path stale = out_ / ".quorbel-Pic_001.jpg-a1b2c3";
+    Write(stale, {1, 2, 3});
+    fs::last_write_time(stale, fs::file_time_type::clock::now() - std::chrono::minutes(2));
     std::vector<int> percents;
     BatchRunOptions options;
     options.threads = 2;

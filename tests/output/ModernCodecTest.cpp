@@ -9,14 +9,15 @@ namespace quorbel {
 namespace {
 
 TEST(ModernCodecs, FormatFoundByContent) {
-    auto bytes = [](const char* s, size_t n) { return std::vector<uint8_t>(s, s + n); };
-    EXPECT_EQ(DetectPictureFormat(bytes("RIFF\0\0\0\0WEBPVP8 ", 16)), PictureFormat::Webp);
-    EXPECT_EQ(DetectPictureFormat(bytes("RIFF\0\0\0\0WAVEfmt ", 16)), PictureFormat::Unknown);
-    EXPECT_EQ(DetectPictureFormat(bytes("\0\0\0\x18" "ftypavif\0\0\0\0mif1", 24)), PictureFormat::Avif);
+    // Exactly the literal's bytes, without its final NUL.
+    auto bytes = [](const auto& s) { return std::vector<uint8_t>(s, s + sizeof(s) - 1); };
+    EXPECT_EQ(DetectPictureFormat(bytes("RIFF\0\0\0\0WEBPVP8 ")), PictureFormat::Webp);
+    EXPECT_EQ(DetectPictureFormat(bytes("RIFF\0\0\0\0WAVEfmt ")), PictureFormat::Unknown);
+    EXPECT_EQ(DetectPictureFormat(bytes("\0\0\0\x18" "ftypavif\0\0\0\0mif1miaf")), PictureFormat::Avif);
     // A HEIF major brand with AVIF among the compatible ones is an AVIF.
-    EXPECT_EQ(DetectPictureFormat(bytes("\0\0\0\x18" "ftypmif1\0\0\0\0avif", 24)), PictureFormat::Avif);
-    EXPECT_EQ(DetectPictureFormat(bytes("\0\0\0\x18" "ftypheic\0\0\0\0mif1", 24)), PictureFormat::Heif);
-    EXPECT_EQ(DetectPictureFormat(bytes("\0\0\0\x18" "ftypisom\0\0\0\0mp41", 24)), PictureFormat::Unknown);
+    EXPECT_EQ(DetectPictureFormat(bytes("\0\0\0\x18" "ftypmif1\0\0\0\0avifmiaf")), PictureFormat::Avif);
+    EXPECT_EQ(DetectPictureFormat(bytes("\0\0\0\x18" "ftypheic\0\0\0\0mif1heic")), PictureFormat::Heif);
+    EXPECT_EQ(DetectPictureFormat(bytes("\0\0\0\x18" "ftypisom\0\0\0\0mp41isom")), PictureFormat::Unknown);
 }
 
 TEST(ModernCodecs, WebpAndAvifRoundTripUprightAndClose) {

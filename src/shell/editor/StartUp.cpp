@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "core/SafeFile.h"
 #include "output/CodecRegistry.h"
 #include "shell/AppFolders.h"
 #include "shell/DataFolder.h"
@@ -28,6 +29,9 @@ StartUpResult RunStartUp(UndoHistory& undo, StartUpHost& host, MessageBox& messa
     StartUpResult result;
     undo.ClearTable();
     InitialiseDataFolder();
+    // Settings files a killed earlier run left half-written are cleared before any is read.
+    RemoveStaleTemporaries(SettingsFolder());
+    RemoveStaleTemporaries(DataFolder());
     WriteVersion(major, minor, revision);
 
     Step([&] { result.codecsStarted = StartCodecRegistry(result.codecToken, messages); });
