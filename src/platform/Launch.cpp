@@ -1,7 +1,5 @@
 #include "platform/Launch.h"
 
-#include <fcntl.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -9,23 +7,14 @@
 #include <chrono>
 #include <thread>
 
-extern char** environ;
+#include "platform/Process.h"
 
 namespace quorbel {
 
 LaunchResult LaunchProgram(const std::string& program, const std::vector<std::string>& args, int waitMs) {
     LaunchResult result;
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-    std::vector<char*> argv;
-    argv.push_back(const_cast<char*>(program.c_str()));
-    for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
-    argv.push_back(nullptr);
-    pid_t pid = -1;
-    const int spawned = ::posix_spawnp(&pid, program.c_str(), &actions, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (spawned != 0) return result;
+    const pid_t pid = SpawnProgram(program, args);
+    if (pid < 0) return result;
     result.started = true;
 
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(waitMs);

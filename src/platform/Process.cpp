@@ -14,26 +14,28 @@ extern char** environ;
 
 namespace quorbel {
 
-ProcessResult RunProgram(const std::string& program, const std::vector<std::string>& args, int timeoutMs) {
-    ProcessResult result;
-    int out[2];
-    if (::pipe2(out, O_CLOEXEC) != 0) return result;
-
+int SpawnProgram(const std::string& program, const std::vector<std::string>& args, int outputFd) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions, out[1], 1);
-
+    if (outputFd >= 0) posix_spawn_file_actions_adddup2(&actions, outputFd, 1);
     std::vector<char*> argv;
     argv.push_back(const_cast<char*>(program.c_str()));
     for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
     argv.push_back(nullptr);
-
     pid_t pid = -1;
     const int spawned = ::posix_spawnp(&pid, program.c_str(), &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
+    return spawned == 0 ? pid : -1;
+}
+
+ProcessResult RunProgram(const std::string& program, const std::vector<std::string>& args, int timeoutMs) {
+    ProcessResult result;
+    int out[2];
+    if (::pipe2(out, O_CLOEXEC) != 0) return result;
+    const pid_t pid = SpawnProgram(program, args, out[1]);
     ::close(out[1]);
-    if (spawned != 0) {
+    if (pid < 0) {
         ::close(out[0]);
         return result;
     }

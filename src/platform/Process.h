@@ -11,6 +11,11 @@ struct ProcessResult {
     std::string output;    // what it wrote to standard output
 };
 
+// Starts the program found on PATH with the arguments (no shell in between), its standard
+// input empty and, when outputFd >= 0, its standard output that descriptor. The process id,
+// or -1 when it could not be started.
+int SpawnProgram(const std::string& program, const std::vector<std::string>& args, int outputFd = -1);
+
 // Looks the program up on PATH and runs it with the arguments (no shell in between), its
 // standard input empty. Kills it after timeoutMs.
 ProcessResult RunProgram(const std::string& program, const std::vector<std::string>& args,
