@@ -4,16 +4,14 @@
 #include <cmath>
 #include <cstdlib>
 #include <string>
+#include <variant>
 
 #include "core/RuntimeError.h"
 #include "shell/JpegQuality.h"
-
 #include "shell/TextCase.h"
 
 namespace quorbel {
 namespace {
-
-
 
 std::optional<bool> ParseBool(std::string_view text) {
     const std::string t = ToLowerAscii(text);
@@ -36,22 +34,72 @@ std::string NumberText(double v) {
     return ec == std::errc() ? std::string(buf, p) : std::string("0");
 }
 
-void ReadText(const IniFile& ini, std::string_view key, std::string& out) {
-    if (auto v = ini.Get(kJobSection, key)) out = *v;
+// The [Job] keys in the order they are written, each with the member it stands for. A text
+// that must not be empty keeps its default when the file gives an empty one.
+struct Text {
+    std::string BatchJob::*member;
+    bool keepDefaultWhenEmpty;
+};
+using JobField =
+    std::variant<Text, bool BatchJob::*, double BatchJob::*, OutputType BatchJob::*, OverwritePolicy BatchJob::*>;
+struct JobKey {
+    std::string_view key;
+    JobField field;
+};
+const JobKey kJobKeys[] = {
+    {"Type", Text{&BatchJob::type, true}},          {"Destination", Text{&BatchJob::destination, true}},
+    {"Source", Text{&BatchJob::source, false}},     {"Target", Text{&BatchJob::target, false}},
+    {"CreateSubfolder", &BatchJob::createSubfolder}, {"Subfolders", &BatchJob::subfolders},
+    {"Rename", &BatchJob::rename},                  {"NewName", Text{&BatchJob::newName, false}},
+    {"Effect", Text{&BatchJob::effect, true}},      {"EffectAll", &BatchJob::effectAll},
+    {"Rotation", Text{&BatchJob::rotation, true}},  {"RotateAll", &BatchJob::rotateAll},
+    {"Preset", Text{&BatchJob::preset, true}},      {"Width", &BatchJob::width},
+    {"Height", &BatchJob::height},                  {"Unit", Text{&BatchJob::unit, true}},
+    {"KeepAspect", &BatchJob::keepAspect},          {"Resample", &BatchJob::resample},
+    {"BestFit", &BatchJob::bestFit},                {"ForceResize", &BatchJob::forceResize},
+    {"FitTurned", &BatchJob::fitTurned},            {"FileFilter", Text{&BatchJob::fileFilter, false}},
+    {"RemoveGps", &BatchJob::removeGps},            {"RemoveMetadata", &BatchJob::removeMetadata},
+    {"ConvertToSrgb", &BatchJob::convertToSrgb},    {"OutputType", &BatchJob::outputType},
+    {"Quality", Text{&BatchJob::quality, true}},    {"AfterRun", Text{&BatchJob::afterRun, false}},
+    {"Overwrite", &BatchJob::overwrite},
+};
+
+template <class... F>
+struct Overloaded : F... {
+    using F::operator()...;
+};
+template <class... F>
+Overloaded(F...) -> Overloaded<F...>;
+
+// Sets the member from the value when the value can be understood; else the member stays.
+void ReadKey(const JobKey& k, std::string_view value, BatchJob& job) {
+    std::visit(Overloaded{[&](const Text& t) {
+                              if (!value.empty() || !t.keepDefaultWhenEmpty) job.*t.member = value;
+                          },
+                          [&](bool BatchJob::*m) {
+                              if (auto b = ParseBool(value)) job.*m = *b;
+                          },
+                          [&](double BatchJob::*m) {
+                              if (auto n = ParseNumber(value)) job.*m = *n;
+                          },
+                          [&](OutputType BatchJob::*m) {
+                              if (auto t = ParseOutputType(value)) job.*m = *t;
+                          },
+                          [&](OverwritePolicy BatchJob::*m) {
+                              if (auto p = ParseOverwritePolicy(value)) job.*m = *p;
+                          }},
+               k.field);
 }
 
-void ReadNonEmpty(const IniFile& ini, std::string_view key, std::string& out) {
-    if (auto v = ini.Get(kJobSection, key); v && !v->empty()) out = *v;
-}
-
-void ReadBool(const IniFile& ini, std::string_view key, bool& out) {
-    if (auto v = ini.Get(kJobSection, key))
-        if (auto b = ParseBool(*v)) out = *b;
-}
-
-void ReadNumber(const IniFile& ini, std::string_view key, double& out) {
-    if (auto v = ini.Get(kJobSection, key))
-        if (auto n = ParseNumber(*v)) out = *n;
+std::string KeyText(const JobKey& k, const BatchJob& job) {
+    return std::visit(Overloaded{[&](const Text& t) { return job.*t.member; },
+                                 [&](bool BatchJob::*m) { return std::string(job.*m ? "1" : "0"); },
+                                 [&](double BatchJob::*m) { return NumberText(job.*m); },
+                                 [&](OutputType BatchJob::*m) { return std::string(OutputTypeText(job.*m)); },
+                                 [&](OverwritePolicy BatchJob::*m) {
+                                     return std::string(OverwritePolicyText(job.*m));
+                                 }},
+                      k.field);
 }
 
 std::string PictureKey(std::string_view name, size_t row) {
@@ -102,38 +150,11 @@ void SetSharingDefaults(BatchJob& job) {
 
 BatchJob BatchJobFromIni(const IniFile& ini) {
     BatchJob job;
-    ReadNonEmpty(ini, "Type", job.type);
+    // The type decides the sharing defaults, which the file's own keys may then change.
+    if (auto v = ini.Get(kJobSection, "Type")) ReadKey(kJobKeys[0], *v, job);
     SetSharingDefaults(job);
-    ReadBool(ini, "RemoveGps", job.removeGps);
-    ReadBool(ini, "RemoveMetadata", job.removeMetadata);
-    ReadBool(ini, "ConvertToSrgb", job.convertToSrgb);
-    ReadNonEmpty(ini, "Destination", job.destination);
-    ReadText(ini, "Source", job.source);
-    ReadText(ini, "Target", job.target);
-    ReadBool(ini, "CreateSubfolder", job.createSubfolder);
-    ReadBool(ini, "Subfolders", job.subfolders);
-    ReadBool(ini, "Rename", job.rename);
-    ReadText(ini, "NewName", job.newName);
-    ReadNonEmpty(ini, "Effect", job.effect);
-    ReadBool(ini, "EffectAll", job.effectAll);
-    ReadNonEmpty(ini, "Rotation", job.rotation);
-    ReadBool(ini, "RotateAll", job.rotateAll);
-    ReadNonEmpty(ini, "Preset", job.preset);
-    ReadNumber(ini, "Width", job.width);
-    ReadNumber(ini, "Height", job.height);
-    ReadNonEmpty(ini, "Unit", job.unit);
-    ReadBool(ini, "KeepAspect", job.keepAspect);
-    ReadBool(ini, "Resample", job.resample);
-    ReadBool(ini, "BestFit", job.bestFit);
-    ReadBool(ini, "ForceResize", job.forceResize);
-    ReadBool(ini, "FitTurned", job.fitTurned);
-    ReadText(ini, "FileFilter", job.fileFilter);
-    if (auto v = ini.Get(kJobSection, "OutputType"))
-        if (auto t = ParseOutputType(*v)) job.outputType = *t;
-    ReadNonEmpty(ini, "Quality", job.quality);
-    ReadText(ini, "AfterRun", job.afterRun);
-    if (auto v = ini.Get(kJobSection, "Overwrite"))
-        if (auto p = ParseOverwritePolicy(*v)) job.overwrite = *p;
+    for (const JobKey& k : kJobKeys)
+        if (auto v = ini.Get(kJobSection, k.key)) ReadKey(k, *v, job);
 
     // Rows Picture1, Picture2, ... until the first missing number.
     for (size_t row = 0;; ++row) {
@@ -152,37 +173,7 @@ BatchJob BatchJobFromIni(const IniFile& ini) {
 }
 
 void BatchJobToIni(const BatchJob& job, IniFile& ini) {
-    auto set = [&](std::string_view key, std::string_view value) { ini.Set(kJobSection, key, value); };
-    auto setBool = [&](std::string_view key, bool value) { set(key, value ? "1" : "0"); };
-    set("Type", job.type);
-    set("Destination", job.destination);
-    set("Source", job.source);
-    set("Target", job.target);
-    setBool("CreateSubfolder", job.createSubfolder);
-    setBool("Subfolders", job.subfolders);
-    setBool("Rename", job.rename);
-    set("NewName", job.newName);
-    set("Effect", job.effect);
-    setBool("EffectAll", job.effectAll);
-    set("Rotation", job.rotation);
-    setBool("RotateAll", job.rotateAll);
-    set("Preset", job.preset);
-    set("Width", NumberText(job.width));
-    set("Height", NumberText(job.height));
-    set("Unit", job.unit);
-    setBool("KeepAspect", job.keepAspect);
-    setBool("Resample", job.resample);
-    setBool("BestFit", job.bestFit);
-    setBool("ForceResize", job.forceResize);
-    setBool("FitTurned", job.fitTurned);
-    set("FileFilter", job.fileFilter);
-    setBool("RemoveGps", job.removeGps);
-    setBool("RemoveMetadata", job.removeMetadata);
-    setBool("ConvertToSrgb", job.convertToSrgb);
-    set("OutputType", OutputTypeText(job.outputType));
-    set("Quality", job.quality);
-    set("AfterRun", job.afterRun);
-    set("Overwrite", OverwritePolicyText(job.overwrite));
+    for (const JobKey& k : kJobKeys) ini.Set(kJobSection, k.key, KeyText(k, job));
 
     ini.DeleteSection(kPicturesSection);
     for (size_t row = 0; row < job.pictures.size(); ++row) {
