@@ -199,10 +199,7 @@ std::vector<uint8_t> InkProfile() {
     cmsPipelineInsertStage(lut, cmsAT_BEGIN, clut);
     cmsWriteTag(p, cmsSigAToB0Tag, lut);
     cmsWriteTag(p, cmsSigMediaWhitePointTag, cmsD50_XYZ());
-    cmsUInt32Number n = 0;
-    cmsSaveProfileToMem(p, nullptr, &n);
-    std::vector<uint8_t> bytes(n);
-    cmsSaveProfileToMem(p, bytes.data(), &n);
+    std::vector<uint8_t> bytes = test::ProfileBytes(p);
     cmsPipelineFree(lut);
     cmsDeleteTransform(toLab);
     for (cmsHPROFILE each : {p, srgb, lab}) cmsCloseProfile(each);

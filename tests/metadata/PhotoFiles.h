@@ -57,6 +57,15 @@ inline bool HasGps(const Exiv2::ExifData& exif) {
     return false;
 }
 
+// The profile's bytes, as a file would hold them.
+inline std::vector<uint8_t> ProfileBytes(cmsHPROFILE p) {
+    cmsUInt32Number n = 0;
+    cmsSaveProfileToMem(p, nullptr, &n);
+    std::vector<uint8_t> bytes(n);
+    cmsSaveProfileToMem(p, bytes.data(), &n);
+    return bytes;
+}
+
 // An RGB profile with sRGB's primaries but red and blue exchanged: the profile's pure red is
 // sRGB's pure blue, a conversion that can be checked by eye.
 inline std::vector<uint8_t> SwappedProfile() {
@@ -66,10 +75,7 @@ inline std::vector<uint8_t> SwappedProfile() {
     cmsToneCurve* gamma = cmsBuildGamma(nullptr, 2.2);
     cmsToneCurve* curves[3] = {gamma, gamma, gamma};
     cmsHPROFILE p = cmsCreateRGBProfile(&white, &primaries, curves);
-    cmsUInt32Number n = 0;
-    cmsSaveProfileToMem(p, nullptr, &n);
-    std::vector<uint8_t> bytes(n);
-    cmsSaveProfileToMem(p, bytes.data(), &n);
+    std::vector<uint8_t> bytes = ProfileBytes(p);
     cmsCloseProfile(p);
     cmsFreeToneCurve(gamma);
     return bytes;
