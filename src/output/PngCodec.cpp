@@ -78,10 +78,26 @@ struct ReadStruct {
     ~ReadStruct() { png_destroy_read_struct(&png, info ? &info : nullptr, nullptr); }
 };
 
+// libpng allocates a chunk's declared length before reading it, so a 200-byte file that
+// claims a gigabyte of eXIf costs a gigabyte. Every chunk up to the first IDAT (all that
+// the header read touches) must fit in the file; one that does not could never be read.
+bool ChunksBeforeImageDataFit(std::span<const uint8_t> bytes) {
+    size_t pos = 8;
+    while (bytes.size() - pos >= 8) {
+        const uint8_t* c = bytes.data() + pos;
+        const uint64_t length = uint64_t(c[0]) << 24 | uint64_t(c[1]) << 16 | uint64_t(c[2]) << 8 | c[3];
+        if (std::memcmp(c + 4, "IDAT", 4) == 0) return true;
+        if (length + 12 > bytes.size() - pos) return false;
+        pos += static_cast<size_t>(length) + 12;
+    }
+    return false;  // no image data at all
+}
+
 }  // namespace
 
 bool DecodePng(std::span<const uint8_t> bytes, DecodedPicture& out) {
-    if (bytes.size() < 8 || png_sig_cmp(bytes.data(), 0, 8) != 0) return false;
+    if (bytes.size() < 8 || png_sig_cmp(bytes.data(), 0, 8) != 0 || !ChunksBeforeImageDataFit(bytes))
+        return false;
     ReadStruct rs;
     rs.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, OnError, OnWarning);
     if (!rs.png) return false;

@@ -1,7 +1,8 @@
-// quorbel-batch JOB.ini [--shard K/N] [--threads N]: runs a saved batch job without windows.
-// Relative folders in the job are taken from the job file's folder; a missing target folder
-// is created. With Subfolders=1 every subfolder is run into a mirrored target folder. One line per picture, a summary; exit status 1 when a picture failed, 2 when
-// the job could not run at all.
+// quorbel-batch [--shard K/N] [--threads N] [--] JOB.ini: runs a saved batch job without
+// windows. Relative folders in the job are taken from the job file's folder; a missing target
+// folder is created. With Subfolders=1 every subfolder is run into a mirrored target folder.
+// One line per picture, a summary; exit status 1 when a picture failed, 2 when the job could
+// not run at all.
 #include <charconv>
 #include <chrono>
 #include <cstdio>
@@ -21,9 +22,10 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kUsage =
-    "usage: quorbel-batch JOB.ini [--shard K/N] [--threads N]\n"
+    "usage: quorbel-batch [--shard K/N] [--threads N] [--] JOB.ini\n"
     "  --shard K/N   process every N-th picture of the list starting at K (0 <= K < N)\n"
-    "  --threads N   worker threads (default: one per core)\n";
+    "  --threads N   worker threads (default: one per core)\n"
+    "  --            ends the options: a job file whose name starts with '-' follows\n";
 
 bool ParseInt(std::string_view text, int& out) {
     const auto [p, ec] = std::from_chars(text.data(), text.data() + text.size(), out);
@@ -72,6 +74,8 @@ int main(int argc, char** argv) {
         } else if (arg == "-h" || arg == "--help") {
             std::fputs(kUsage, stdout);
             return 0;
+        } else if (arg == "--" && jobFile.empty() && i + 2 == argc) {
+            jobFile = argv[++i];
         } else if (jobFile.empty() && !arg.starts_with("-")) {
             jobFile = arg;
         } else {

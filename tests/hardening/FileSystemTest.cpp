@@ -125,6 +125,27 @@ TEST(FileSystem, AFullDiskLeavesTheOldFilesWhole) {
     EXPECT_EQ(NamesIn(dir.path / "out"), (std::set<std::string>{"a.bmp", "b.bmp"}));
 }
 
+// A job file named like an option runs after "--" and is refused without it.
+TEST(FileSystem, AJobFileStartingWithADashRunsAfterTheEndOfOptions) {
+    ScratchDir dir;
+    fs::create_directory(dir.path / "in");
+    WriteBytes(dir.path / "in" / "a.bmp", SmallBmp(2, 2));
+    ASSERT_FALSE(SaveBatchJob(Job(dir.path / "in", dir.path / "out"), dir.path / "-job.ini"));
+    const std::string folder = dir.path.string();
+    auto run = [&](std::vector<std::string> argv, std::string* out) {
+        return WEXITSTATUS(RunChild(argv, out, [&] {
+            if (::chdir(folder.c_str()) != 0) ::_exit(99);
+            ::dup2(1, 2);
+        }));
+    };
+    std::string out;
+    EXPECT_EQ(run({QUORBEL_BATCH, "-job.ini"}, &out), 2) << out;
+    EXPECT_NE(out.find("usage:"), std::string::npos) << out;
+    EXPECT_FALSE(fs::exists(dir.path / "out"));
+    EXPECT_EQ(run({QUORBEL_BATCH, "--threads", "1", "--", "-job.ini"}, &out), 0) << out;
+    EXPECT_EQ(NamesIn(dir.path / "out"), std::set<std::string>{"a.bmp"});
+}
+
 // Link loops, dangling links and a FIFO named like a picture: nothing hangs, only the real
 // picture is listed, and the subfolder scan never follows a link.
 TEST(FileSystem, LinkLoopsAndFifosAreNeitherFollowedNorOpened) {
