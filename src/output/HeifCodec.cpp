@@ -6,6 +6,7 @@
 
 #include "output/Codecs.h"
 #include "output/DecodeLimits.h"
+#include "output/HeifItems.h"
 
 namespace quorbel {
 namespace {
@@ -26,6 +27,7 @@ struct OptionsFree {
 }  // namespace
 
 bool DecodeHeif(std::span<const uint8_t> bytes, DecodedPicture& out) {
+    if (!HeifCanvasesAllowed(bytes)) return false;
     std::unique_ptr<heif_context, ContextFree> ctx(heif_context_alloc());
     if (!ctx) return false;
     heif_context_set_maximum_image_size_limit(ctx.get(), kMaxSide);
