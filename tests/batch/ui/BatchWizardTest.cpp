@@ -6,11 +6,13 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
 #include <QTreeWidget>
+#include <QUrl>
 
 #include <filesystem>
 #include <fstream>
@@ -132,6 +134,39 @@ TEST_F(BatchWizard, ASmallResizeJobRunsThroughTheStepsAndWritesItsPictures) {
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(kept), {}), "kept");
     EXPECT_EQ(w.picProgress->value(), 100);
     EXPECT_EQ(desktop.opened, std::vector<std::string>{(root / "out").string() + "/"});
+}
+
+// Files and folders dragged from a file manager: a folder gives its pictures, a picture is
+// taken as it is, anything else is left out; before the picture step nothing is accepted.
+TEST_F(BatchWizard, DroppedFilesAndFoldersJoinThePictureList) {
+    fs::create_directories(root / "more");
+    WritePng(root / "more/d.png", 10, 10);
+    std::ofstream(root / "more/notes.txt") << "not a picture";
+    WritePng(root / "f.png", 10, 10);
+    std::ofstream(root / "g.txt") << "not a picture";
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(Path("more")), QUrl::fromLocalFile(Path("f.png")),
+                  QUrl::fromLocalFile(Path("g.txt"))});
+    auto dragAccepted = [&] {
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.setAccepted(false);
+        QCoreApplication::sendEvent(&w, &enter);
+        return enter.isAccepted();
+    };
+    EXPECT_FALSE(dragAccepted());  // still on the first step
+
+    w.cmdNext->click();
+    w.txtSrcFolder->setText(Path("src"));
+    w.txtTgtFolder->setText(Path("out"));
+    w.cmdNext->click();
+    ASSERT_EQ(w.Step(), kStepPictures);
+    ASSERT_EQ(w.lvDragDrop->topLevelItemCount(), 3);
+    EXPECT_TRUE(dragAccepted());
+    QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&w, &drop);
+    ASSERT_EQ(w.lvDragDrop->topLevelItemCount(), 5);
+    EXPECT_TRUE(w.lvDragDrop->topLevelItem(3)->text(0).endsWith("more/d.png"));
+    EXPECT_TRUE(w.lvDragDrop->topLevelItem(4)->text(0).endsWith("/f.png"));
 }
 
 TEST_F(BatchWizard, CancelStopsTheRunBetweenPictures) {
