@@ -79,14 +79,19 @@ protected:
     void TearDown() override { fs::remove_all(root); }
     QString Path(const char* relative) const { return QString::fromStdString((root / relative).string()); }
 
-    // Through the steps to the ready step: 40 × 30 PNG, the first row turned right.
-    void DriveToReady() {
+    // Through the first step to the picture list, which holds the three source pictures.
+    void DriveToPictures() {
         w.cmdNext->click();
         w.txtSrcFolder->setText(Path("src"));
         w.txtTgtFolder->setText(Path("out"));
         w.cmdNext->click();
         ASSERT_EQ(w.Step(), kStepPictures);
         ASSERT_EQ(w.lvDragDrop->topLevelItemCount(), 3);
+    }
+
+    // Through the steps to the ready step: 40 × 30 PNG, the first row turned right.
+    void DriveToReady() {
+        ASSERT_NO_FATAL_FAILURE(DriveToPictures());
         w.lvDragDrop->setCurrentItem(w.lvDragDrop->topLevelItem(0));
         w.optRotateRight->click();
         EXPECT_EQ(w.lvDragDrop->topLevelItem(0)->text(1), "Rotate Right");
@@ -155,12 +160,7 @@ TEST_F(BatchWizard, DroppedFilesAndFoldersJoinThePictureList) {
     };
     EXPECT_FALSE(dragAccepted());  // still on the first step
 
-    w.cmdNext->click();
-    w.txtSrcFolder->setText(Path("src"));
-    w.txtTgtFolder->setText(Path("out"));
-    w.cmdNext->click();
-    ASSERT_EQ(w.Step(), kStepPictures);
-    ASSERT_EQ(w.lvDragDrop->topLevelItemCount(), 3);
+    ASSERT_NO_FATAL_FAILURE(DriveToPictures());
     EXPECT_TRUE(dragAccepted());
     QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&w, &drop);
