@@ -1,7 +1,7 @@
 #include "batch/BatchFinish.h"
 
 #include "share/Disc.h"
-#include "shell/TextCase.h"
+#include "core/text/TextCase.h"
 
 namespace quorbel {
 

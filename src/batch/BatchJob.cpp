@@ -7,8 +7,8 @@
 #include <variant>
 
 #include "core/RuntimeError.h"
-#include "shell/JpegQuality.h"
-#include "shell/TextCase.h"
+#include "sizes/JpegQuality.h"
+#include "core/text/TextCase.h"
 
 namespace quorbel {
 namespace {

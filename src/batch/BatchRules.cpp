@@ -5,10 +5,10 @@
 
 #include "core/Rounding.h"
 #include "effects/FilterList.h"
-#include "shell/SizePresets.h"
-#include "shell/Units.h"
+#include "sizes/SizePresets.h"
+#include "sizes/Units.h"
 
-#include "shell/TextCase.h"
+#include "core/text/TextCase.h"
 
 namespace quorbel {
 namespace {

@@ -7,7 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "shell/TextCase.h"
+#include "core/text/TextCase.h"
 
 namespace quorbel {
 namespace {

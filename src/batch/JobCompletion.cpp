@@ -4,7 +4,7 @@
 #include "share/Disc.h"
 #include "share/Mail.h"
 #include "share/SlideShow.h"
-#include "shell/TextCase.h"
+#include "core/text/TextCase.h"
 
 namespace quorbel {
 namespace fs = std::filesystem;

@@ -4,10 +4,10 @@
 #include <filesystem>
 
 #include "batch/FolderScan.h"
-#include "shell/AppFolders.h"
-#include "shell/NumericText.h"
-#include "shell/SettingsStore.h"
-#include "shell/TextCase.h"
+#include "settings/AppFolders.h"
+#include "core/text/NumericText.h"
+#include "settings/SettingsStore.h"
+#include "core/text/TextCase.h"
 
 namespace quorbel {
 namespace {

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "core/ProgramData.h"
 #include "core/RuntimeError.h"
 #include "core/SafeFile.h"
 #include "imaging/cDIBSection.h"
@@ -34,13 +35,6 @@ bool Load(cDIBSection& target, std::span<const uint8_t> bytes, MessageBox& messa
 }
 
 }  // namespace
-
-std::string ProgramName() {
-    std::error_code ec;
-    const auto exe = std::filesystem::read_symlink("/proc/self/exe", ec);
-    if (ec || exe.empty()) return "Quorbel";
-    return exe.stem().string();
-}
 
 bool SaveJPG(const cDIBSection& source, const std::string& fileName, int quality) {
     std::vector<uint8_t> bytes;

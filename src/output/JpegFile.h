@@ -14,9 +14,6 @@ class cDIBSection;
 inline constexpr int kErrJpegSave = 26001;
 inline constexpr const char* kFailedToReadJpg = "Failed to read JPG";
 
-// The executable's name without folder, as error sources show it.
-std::string ProgramName();
-
 // Encodes at quality (passed to the library unchanged) and writes the file. Replacing an
 // existing file keeps its modification and access times and its permissions (a read-only
 // file stays read-only); a new file gets the current time. A non-zero status raises

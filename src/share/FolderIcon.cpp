@@ -4,8 +4,8 @@
 
 #include "platform/Desktop.h"
 #include "platform/Process.h"
-#include "shell/IniFile.h"
-#include "shell/TextCase.h"
+#include "settings/IniFile.h"
+#include "core/text/TextCase.h"
 
 namespace quorbel {
 namespace fs = std::filesystem;

@@ -3,7 +3,7 @@
 #include "platform/Desktop.h"
 #include "platform/Process.h"
 #include "platform/Launch.h"
-#include "shell/TextCase.h"
+#include "core/text/TextCase.h"
 
 namespace quorbel {
 namespace {

@@ -15,7 +15,7 @@
 #include "batch/BatchRun.h"
 #include "batch/BatchSession.h"
 #include "batch/JobCompletion.h"
-#include "share/ProgramData.h"
+#include "core/ProgramData.h"
 
 namespace {
 

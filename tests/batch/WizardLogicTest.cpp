@@ -8,8 +8,8 @@
 #include "batch/PictureList.h"
 #include "batch/WizardSteps.h"
 #include "share/Disc.h"
-#include "shell/AppFolders.h"
-#include "shell/SettingsStore.h"
+#include "settings/AppFolders.h"
+#include "settings/SettingsStore.h"
 
 namespace quorbel {
 namespace {

@@ -18,7 +18,7 @@
 #include "core/SafeFile.h"
 #include "output/Codecs.h"
 #include "output/JpegCodec.h"
-#include "shell/IniFile.h"
+#include "settings/IniFile.h"
 
 namespace quorbel {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string>
 
-#include "shell/SettingsStore.h"
+#include "settings/SettingsStore.h"
 
 int main() {
     for (int i = std::stoi(quorbel::GetSetting("Quorbel", "Kill", "Counter", "0")) + 1;; ++i) {

@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "TestPictures.h"
+#include "core/ProgramData.h"
 #include "core/RuntimeError.h"
 #include "imaging/cDIBSection.h"
 #include "output/FileBytes.h"

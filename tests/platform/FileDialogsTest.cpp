@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/FileDialogs.h"
-#include "platform/QtFileDialogs.h"
+#include "platform/ui/QtFileDialogs.h"
 
 namespace quorbel {
 

@@ -4,7 +4,7 @@
 #include "output/Codecs.h"
 #include "output/FileBytes.h"
 #include "share/Disc.h"
-#include "share/ProgramData.h"
+#include "core/ProgramData.h"
 
 namespace quorbel {
 namespace fs = std::filesystem;

@@ -7,8 +7,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "shell/AppFolders.h"
-#include "shell/SettingsStore.h"
+#include "settings/AppFolders.h"
+#include "settings/SettingsStore.h"
 
 namespace quorbel {
 

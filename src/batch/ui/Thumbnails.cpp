@@ -1,6 +1,6 @@
 #include "batch/ui/Thumbnails.h"
 
-#include "effects/ui/DibImage.h"
+#include "imaging/ui/DibImage.h"
 #include "output/Codecs.h"
 #include "output/FileBytes.h"
 #include "output/JpegCodec.h"

@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "effects/ui/DibImage.h"
+#include "imaging/ui/DibImage.h"
 #include "effects/ui/PreviewBox.h"
 
 namespace quorbel {

@@ -7,7 +7,7 @@
 #include <QPixmap>
 #include <QPushButton>
 
-#include "effects/ui/DibImage.h"
+#include "imaging/ui/DibImage.h"
 
 namespace quorbel {
 

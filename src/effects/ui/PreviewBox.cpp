@@ -4,7 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "effects/ui/DibImage.h"
+#include "imaging/ui/DibImage.h"
 
 namespace quorbel {
 

@@ -12,7 +12,7 @@
 #include <cctype>
 
 #include "effects/ui/ColourPicker.h"
-#include "effects/ui/DibImage.h"
+#include "imaging/ui/DibImage.h"
 #include "effects/ui/PreviewBox.h"
 #include "effects/ui/SliderRow.h"
 

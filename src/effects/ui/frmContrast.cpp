@@ -4,7 +4,7 @@
 #include <QVBoxLayout>
 
 #include "effects/ColourRules.h"
-#include "effects/ui/DibImage.h"
+#include "imaging/ui/DibImage.h"
 #include "effects/ui/SliderRow.h"
 
 namespace quorbel {

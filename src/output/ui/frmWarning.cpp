@@ -11,6 +11,7 @@
 #include "output/Codecs.h"
 #include "output/FileBytes.h"
 #include "imaging/ResizeDib.h"
+#include "imaging/ui/DibImage.h"
 
 namespace quorbel {
 
@@ -103,12 +104,7 @@ void QtOverwriteAsker::Ask(WarningQuestion& question) {
     if (!ReadWholeFile(question.TargetPath(), bytes) && DecodePicture(bytes, existing) && existing.pixels.hDIB()) {
         int32_t l, t, w, h;
         existing.pixels.GetBestFitInfo(160, 160, false, l, t, w, h);
-        if (w > 0 && h > 0 && ResizeDib(existing.pixels, w, h, true)) {
-            // Rows are bottom-up in memory: wrap and mirror once into a QImage of our own.
-            const cDib& d = existing.pixels;
-            thumbnail = QImage(d.lpBits(), d.Width(), d.Height(), d.BytesPerScanLine(), QImage::Format_RGB32)
-                            .mirrored(false, true);
-        }
+        if (w > 0 && h > 0 && ResizeDib(existing.pixels, w, h, true)) thumbnail = ToQImage(existing.pixels);
     }
     frmWarning window(question, thumbnail, parent_);
     window.exec();

@@ -8,7 +8,7 @@
 
 #include "UiTestSupport.h"
 #include "effects/Remap.h"
-#include "effects/ui/DibImage.h"
+#include "imaging/ui/DibImage.h"
 #include "effects/ui/PreviewBox.h"
 #include "effects/ui/SliderRow.h"
 #include "effects/ui/frmBright.h"

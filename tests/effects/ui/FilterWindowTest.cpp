@@ -264,5 +264,16 @@ TEST_F(FilterWindowTest, RunFilterDialogHandsBackWhatWasApplied) {
     EXPECT_FALSE(RunFilterDialog(nullptr, picture, "a.jpg", messages, 13).has_value());
 }
 
+TEST(FilterWindow, TifExtensionInAnyCaseIsRefused) {
+    EXPECT_TRUE(IsTifFile("/home/ann/scan.tif"));
+    EXPECT_TRUE(IsTifFile("SCAN.TIF"));
+    EXPECT_TRUE(IsTifFile("a.b.Tif"));
+    EXPECT_FALSE(IsTifFile("scan.tiff"));
+    EXPECT_FALSE(IsTifFile("scan.jpg"));
+    EXPECT_FALSE(IsTifFile("tif"));
+    EXPECT_FALSE(IsTifFile("/photos.tif/scan"));
+    EXPECT_FALSE(IsTifFile(""));
+}
+
 }  // namespace
 }  // namespace quorbel

@@ -1,0 +1,132 @@
+#include <filesystem>
+
+#include "EditorFixture.h"
+#include "settings/AppFolders.h"
+#include "settings/SettingsStore.h"
+#include "settings/Version.h"
+#include "editor/StartUp.h"
+
+namespace quorbel::test {
+namespace fs = std::filesystem;
+
+class ScriptedStartUp : public StartUpHost {
+public:
+    ScriptedStartUp(EditorModel& editor, ScriptedMessageBox& messages) : editor_(editor), messages_(messages) {}
+    EditorModel& ShowMainWindow() override {
+        steps.push_back("main window, " + std::to_string(messages_.Shown().size()) + " messages");
+        return editor_;
+    }
+    void LayOut() override { steps.push_back("lay out " + editor_.Unit() + " " + editor_.WidthText() + "x" + editor_.HeightText()); }
+    void OpenUpdateCheck() override { steps.push_back("update check"); }
+    WelcomeChoice ShowWelcome(EditorModel&) override {
+        steps.push_back("welcome");
+        return choice;
+    }
+    std::vector<std::string> steps;
+    WelcomeChoice choice = WelcomeChoice::None;
+
+private:
+    EditorModel& editor_;
+    ScriptedMessageBox& messages_;
+};
+
+class StartUpTest : public EditorFixture {
+protected:
+    StartUpResult Start() {
+        StartUpResult result = RunStartUp(undo_, *host_, messages_, 2, 0, 13);
+        GdiplusShutdown(result.codecToken);
+        return result;
+    }
+    void SetUp() override {
+        EditorFixture::SetUp();
+        host_ = std::make_unique<ScriptedStartUp>(*model_, messages_);
+    }
+    std::unique_ptr<ScriptedStartUp> host_;
+};
+
+TEST_F(StartUpTest, FirstStartAsksAboutUpdatesOnceAndShowsTheWelcome) {
+    messages_.Answer(MsgResult::Yes);
+    const StartUpResult first = Start();
+    EXPECT_TRUE(first.codecsStarted);
+    EXPECT_EQ(GetSetting(kAppName, "Version", "Version"), "2.013");
+    EXPECT_EQ(GetSetting(kAppName, "Version", "Ver"), "0");
+    ASSERT_EQ(messages_.Shown().size(), 1u);
+    EXPECT_EQ(messages_.Shown()[0].text, "Would you like to check for updates to the latest version?");
+    EXPECT_EQ(messages_.Shown()[0].title, "Update?");
+    EXPECT_EQ(messages_.Shown()[0].buttons, MsgButtons::YesNo);
+    EXPECT_EQ(GetSetting(kAppName, "Update", "FirstRun"), "1");
+    EXPECT_EQ(host_->steps, (std::vector<std::string>{"main window, 0 messages", "lay out Inches 6x4", "update check",
+                                                     "welcome"}));
+
+    host_->steps.clear();
+    messages_.Clear();
+    Start();
+    EXPECT_TRUE(messages_.Texts().empty());
+    EXPECT_EQ(host_->steps.back(), "welcome");
+}
+
+TEST_F(StartUpTest, TheRememberedSizeAndAQuietStart) {
+    SaveSetting(kAppName, "Update", "FirstRun", "1");
+    SaveSetting(kAppName, "Welcome", "Show", "0");
+    SaveSetting(kAppName, "Options", "Scale", "Centimeters");
+    SaveSetting(kAppName, "Options", "Width", "10");
+    SaveSetting(kAppName, "Options", "Height", "15");
+    SaveSetting(kAppName, "Images", "Last Opened", SavePng("last.png", MakePicture(5, 5)));
+    Start();
+    EXPECT_EQ(host_->steps, (std::vector<std::string>{"main window, 0 messages", "lay out Centimeters 10x15"}));
+    EXPECT_FALSE(model_->HasPicture());
+    EXPECT_TRUE(dialogs_.openRequests.empty());
+    EXPECT_TRUE(messages_.Texts().empty());
+}
+
+TEST_F(StartUpTest, TheWelcomeChoiceIsActedOn) {
+    SaveSetting(kAppName, "Update", "FirstRun", "1");
+    const std::string last = SavePng("last.png", MakePicture(5, 5));
+    SaveSetting(kAppName, "Images", "Last Opened", last);
+    host_->choice = WelcomeChoice::LastEdited;
+    Start();
+    EXPECT_EQ(model_->Path(), last);
+
+    // A last picture that has gone is passed over in silence.
+    fs::remove(last);
+    EditorModel fresh({messages_, dialogs_, desktop_, windows_, tasks_, undo_, help_.string()});
+    ScriptedStartUp host(fresh, messages_);
+    host.choice = WelcomeChoice::LastEdited;
+    GdiplusShutdown(RunStartUp(undo_, host, messages_, 1, 0, 0).codecToken);
+    EXPECT_FALSE(fresh.HasPicture());
+    EXPECT_TRUE(messages_.Texts().empty());
+
+    host_->choice = WelcomeChoice::Open;
+    dialogs_.AnswerOpen(std::nullopt);
+    Start();
+    EXPECT_EQ(dialogs_.openRequests.size(), 1u);
+}
+
+TEST_F(StartUpTest, WelcomeButtons) {
+    {
+        WelcomeModel welcome(*model_, desktop_, help_.string());
+        model_->SetChanged(true);
+        welcome.Press(WelcomeButton::Open);
+        EXPECT_EQ(welcome.Choice(), WelcomeChoice::Open);
+        EXPECT_FALSE(model_->Changed());
+        EXPECT_TRUE(welcome.Closed());
+        EXPECT_EQ(GetSetting(kAppName, "Welcome", "Show", "1"), "1");
+    }
+    {
+        WelcomeModel welcome(*model_, desktop_, help_.string());
+        welcome.showAtStartup = false;
+        welcome.Press(WelcomeButton::GettingStarted);
+        EXPECT_EQ(welcome.Choice(), WelcomeChoice::GettingStarted);
+        EXPECT_EQ(GetSetting(kAppName, "Welcome", "Show", "1"), "0");
+        EXPECT_EQ(Calls(), "xdg-open file://" + help_.string() + "/GettingStarted.html\n");
+    }
+    {
+        WelcomeModel welcome(*model_, desktop_, help_.string());
+        welcome.Press(WelcomeButton::BatchResize);
+        EXPECT_EQ(welcome.Choice(), WelcomeChoice::None);
+        EXPECT_EQ(windows_.batches, std::vector<WizardJob>{WizardJob::Resize});
+        EXPECT_EQ(GetSetting(kAppName, "MultiEdit", "Type"), "Resize");
+    }
+}
+
+}  // namespace quorbel::test

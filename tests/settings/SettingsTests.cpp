@@ -1,0 +1,148 @@
+#include <vector>
+
+#include "ShellFixture.h"
+#include "core/MessageBox.h"
+#include "settings/AppIni.h"
+#include "settings/HelpFile.h"
+#include "settings/MessageOnce.h"
+#include "settings/SettingsStore.h"
+#include "settings/Version.h"
+
+namespace quorbel::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+using SettingsStore = ShellFixture;
+
+TEST_F(SettingsStore, LivesInTheConfigFolderAndKeepsKeyOrder) {
+    EXPECT_EQ(GetSetting("Quorbel", "Options", "Scale", "Inches"), "Inches");
+    EXPECT_FALSE(fs::exists(SettingsFile()));
+
+    ASSERT_TRUE(SaveSetting("Quorbel", "Options", "Width", "6"));
+    ASSERT_TRUE(SaveSetting("Quorbel", "Options", "Height", "4"));
+    ASSERT_TRUE(SaveSetting("Quorbel", "Options", "Scale", "Pixels"));
+    ASSERT_TRUE(SaveSetting("Quorbel", "OPTIONS", "width", "7"));
+    EXPECT_EQ(ReadFile(SettingsFile()), "[Options]\nWidth=7\nHeight=4\nScale=Pixels\n");
+    EXPECT_EQ(GetAllSettings("Quorbel", "options"),
+              (SettingPairs{{"Width", "7"}, {"Height", "4"}, {"Scale", "Pixels"}}));
+
+    ASSERT_TRUE(DeleteSetting("Quorbel", "Options", "Height"));
+    EXPECT_EQ(GetSetting("Quorbel", "Options", "Height", "4"), "4");
+    ASSERT_TRUE(DeleteSetting("Quorbel", "Options"));
+    EXPECT_TRUE(GetAllSettings("Quorbel", "Options").empty());
+}
+
+TEST_F(SettingsStore, ValuesComeBackExactlyAsSaved) {
+    const std::vector<std::string> values{"  padded  ", "\"quoted\"", "'single'", "",
+                                          std::string(3000, 'v')};
+    for (const std::string& value : values) {
+        ASSERT_TRUE(SaveSetting("Quorbel", "Settings", "Rename Name", value));
+        EXPECT_EQ(GetSetting("Quorbel", "Settings", "Rename Name", "dflt"), value);
+    }
+}
+
+TEST_F(SettingsStore, FallsBackToTheHomeFolderWithoutXdgConfigHome) {
+    ::unsetenv("XDG_CONFIG_HOME");
+    const char* oldHome = std::getenv("HOME");
+    const std::optional<std::string> savedHome =
+        oldHome ? std::optional<std::string>(oldHome) : std::nullopt;
+    ::setenv("HOME", (root_ / "home").c_str(), 1);
+    const bool saved = SaveSetting("Quorbel", "Update", "FirstRun", "1");
+    if (savedHome)
+        ::setenv("HOME", savedHome->c_str(), 1);
+    else
+        ::unsetenv("HOME");
+    ASSERT_TRUE(saved);
+    EXPECT_TRUE(fs::exists(root_ / "home/.config/Tessarin Svcs/Quorbel/Quorbel.settings.ini"));
+}
+
+TEST_F(SettingsStore, RecordsTheVersionWithOneDot) {
+    EXPECT_EQ(VersionText(2, 0, 13), "2.013");
+    EXPECT_EQ(VersionText(5, 1, 2), "5.12");
+    ASSERT_TRUE(WriteVersion(2, 0, 13));
+    EXPECT_EQ(GetSetting("Quorbel", "Version", "Version"), "2.013");
+    EXPECT_EQ(GetSetting("Quorbel", "Version", "Ver"), "0");
+}
+
+TEST_F(SettingsStore, DataFolderAndApplicationIni) {
+    const std::string expected = (root_ / "data" / "Tessarin Svcs" / "Quorbel").string();
+    EXPECT_EQ(DataFolder(), "");
+    EXPECT_EQ(GetAppDataFolder(), expected);
+    EXPECT_TRUE(fs::is_directory(expected));
+
+    InitialiseDataFolder();
+    EXPECT_EQ(DataFolder(), expected + "/");
+    EXPECT_EQ(WorkingFolder(), expected + "/");
+    EXPECT_EQ(AppIniPath(), expected + "/Quorbel.ini");
+    EXPECT_EQ(AppearanceIniPath(), expected + "/Local.Ini");
+    EXPECT_EQ(HelpFileName(1), expected + "/Qorbix5.chm");
+    EXPECT_EQ(HelpFileName(2), "");
+
+    ASSERT_TRUE(IniWrite("Main", "Last Path", "/home/pics"));
+    EXPECT_EQ(ReadFile(expected + "/Quorbel.ini"), "[Main]\nLast Path=/home/pics\n");
+    EXPECT_EQ(IniRead("Main", "Last Path", ""), "/home/pics");
+    ASSERT_TRUE(IniWrite("Main", std::nullopt, std::nullopt));
+    EXPECT_EQ(IniRead("Main", "Last Path", "gone"), "gone");
+
+    // Once built, the paths stay for the life of the process.
+    ::setenv("XDG_DATA_HOME", (root_ / "elsewhere").c_str(), 1);
+    InitialiseDataFolder();
+    EXPECT_EQ(AppIniPath(), expected + "/Quorbel.ini");
+
+    // A named file is used as given.
+    const std::string other = (root_ / "other.ini").string();
+    ASSERT_TRUE(IniWrite("A", "B", "C", other));
+    EXPECT_EQ(IniRead("A", "B", "", other), "C");
+}
+
+TEST_F(SettingsStore, ApplicationIniUsedBeforeStartUpStillGoesToTheDataFolder) {
+    ASSERT_TRUE(IniWrite("Main", "Maximized", "1"));
+    EXPECT_TRUE(fs::exists(root_ / "data/Tessarin Svcs/Quorbel/Quorbel.ini"));
+}
+
+TEST_F(SettingsStore, MessageOnceStaysSilentOnceTicked) {
+    for (const std::string_view kind : {kMessageOnceHelpTip, kMessageOnceOk}) {
+        const std::string key = "Tip " + std::string(kind);
+        ScriptedMessageBox box;
+        box.Answer(MsgResult::No, false);
+        box.Answer(MsgResult::Yes, true);
+        const auto first = ShowMessageOnce(kind, key, "Hello", MsgButtons::YesNo, MsgIcon::None, "Title", box);
+        ASSERT_TRUE(first);
+        EXPECT_EQ(first->result, MsgResult::No);
+        EXPECT_EQ(GetSetting("Quorbel", "Settings", key, "unset"), "unset") << "not ticked";
+
+        const auto second = ShowMessageOnce(kind, key, "Hello", MsgButtons::YesNo, MsgIcon::None, "Title", box);
+        ASSERT_TRUE(second);
+        EXPECT_EQ(second->result, MsgResult::Yes);
+        EXPECT_TRUE(second->noShowTicked);
+        EXPECT_EQ(GetSetting("Quorbel", "Settings", key, "unset"), "1");
+
+        EXPECT_FALSE(ShowMessageOnce(kind, key, "Hello", MsgButtons::YesNo, MsgIcon::None, "Title", box));
+        ASSERT_EQ(box.Shown().size(), 2u);
+        EXPECT_TRUE(box.Shown()[0].noShowTick);
+        EXPECT_EQ(box.Shown()[0].text, "Hello");
+        EXPECT_EQ(box.Shown()[0].title, "Title");
+        EXPECT_EQ(box.Shown()[0].buttons, MsgButtons::YesNo);
+    }
+}
+
+TEST_F(SettingsStore, MessageOnceKindsCompareWithExactCase) {
+    ASSERT_TRUE(SaveSetting("Quorbel", "Settings", "Silenced", "1"));
+    ScriptedMessageBox box;
+    // A misspelt kind does not read the setting, so the box still shows.
+    EXPECT_TRUE(ShowMessageOnce("MsgboxOK", "Silenced", "a", MsgButtons::OK, MsgIcon::None, "", box));
+    EXPECT_TRUE(ShowMessageOnce("helptip", "Silenced", "b", MsgButtons::OK, MsgIcon::None, "", box));
+    EXPECT_TRUE(ShowMessageOnce(kMessageOnceNoShowHide, "Silenced", "c", MsgButtons::OK, MsgIcon::None, "", box));
+    ASSERT_EQ(box.Shown().size(), 3u);
+    EXPECT_TRUE(box.Shown()[0].noShowTick);
+    EXPECT_FALSE(box.Shown()[2].noShowTick);
+
+    // A tick on a misspelt kind is still remembered.
+    box.Answer(MsgResult::OK, true);
+    EXPECT_TRUE(ShowMessageOnce("MsgboxOK", "Other", "d", MsgButtons::OK, MsgIcon::None, "", box));
+    EXPECT_EQ(GetSetting("Quorbel", "Settings", "Other", "0"), "1");
+}
+
+}  // namespace
+}  // namespace quorbel::test
