@@ -142,23 +142,6 @@ Encoded Process(const BatchJob& job, const BatchItem& item) {
     return result;
 }
 
-// Pixel loops run on the pool; with several pictures in flight each worker keeps its loops
-// to itself, and the pool's count is put back afterwards.
-class SerialPixelLoops {
-public:
-    explicit SerialPixelLoops(bool active) : previous_(active ? ThreadCount() : 0) {
-        if (active) SetThreadCount(1);
-    }
-    ~SerialPixelLoops() {
-        if (previous_ > 0) SetThreadCount(previous_);
-    }
-    SerialPixelLoops(const SerialPixelLoops&) = delete;
-    SerialPixelLoops& operator=(const SerialPixelLoops&) = delete;
-
-private:
-    int previous_;
-};
-
 // A file that replaces an existing one is made durable before the rename, so the old file
 // is never lost. New files are renamed into place complete but not flushed one by one (two
 // fsyncs a picture made them the slowest step of a run); the run flushes them all at its end.
@@ -243,7 +226,6 @@ BatchRunReport RunBatch(const BatchJob& job, const BatchRunOptions& options) {
                                       : static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
     threads = static_cast<int>(std::min<size_t>(static_cast<size_t>(threads), n));
     const size_t window = static_cast<size_t>(threads) * 2;  // pictures in flight at most
-    SerialPixelLoops serial(threads > 1);
 
     std::vector<std::optional<Encoded>> slots(n);
     std::mutex mutex;
@@ -252,6 +234,8 @@ BatchRunReport RunBatch(const BatchJob& job, const BatchRunOptions& options) {
     bool stop = false;
 
     auto worker = [&] {
+        // With a picture per core in flight, each worker keeps its pixel loops to itself.
+        const SerialLoopsOnThisThread serial(threads > 1);
         for (;;) {
             size_t i;
             {

@@ -13,7 +13,8 @@
 namespace quorbel {
 namespace {
 
-thread_local bool tInsideBand = false;
+// Set inside a band and by SerialLoopsOnThisThread: loops started here then run serially.
+thread_local bool tSerial = false;
 
 struct Job {
     const std::function<void(int, int)>* body;
@@ -28,8 +29,8 @@ struct Job {
 
     // Takes bands until none are left; returns after the last band it ran.
     void Work() {
-        const bool wasInside = tInsideBand;
-        tInsideBand = true;
+        const bool wasSerial = tSerial;
+        tSerial = true;
         for (int band; (band = nextBand.fetch_add(1)) < bands;) {
             const int begin = band * bandSize;
             (*body)(begin, std::min(count, begin + bandSize));
@@ -38,7 +39,7 @@ struct Job {
                 finished.notify_all();
             }
         }
-        tInsideBand = wasInside;
+        tSerial = wasSerial;
     }
 };
 
@@ -130,7 +131,7 @@ void ParallelFor(int count, int minGrain, const std::function<void(int, int)>& b
     Pool& pool = ThePool();
     const int threads = pool.Threads();
     minGrain = std::max(1, minGrain);
-    if (threads == 1 || tInsideBand || count <= minGrain) {
+    if (threads == 1 || tSerial || count <= minGrain) {
         body(0, count);
         return;
     }
@@ -148,5 +149,9 @@ void ParallelFor(int count, int minGrain, const std::function<void(int, int)>& b
 int ThreadCount() { return ThePool().Threads(); }
 
 void SetThreadCount(int count) { ThePool().Resize(count); }
+
+SerialLoopsOnThisThread::SerialLoopsOnThisThread(bool active) : previous_(tSerial) { tSerial = tSerial || active; }
+
+SerialLoopsOnThisThread::~SerialLoopsOnThisThread() { tSerial = previous_; }
 
 }  // namespace quorbel

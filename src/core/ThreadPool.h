@@ -16,7 +16,21 @@ void ParallelFor(int count, int minGrain, const std::function<void(int begin, in
 int ThreadCount();
 
 // Sets the number of threads that take part; 1 makes every loop serial. For benchmarks and
-// tests; call it while no loop is running.
+// tests only; call it while no loop is running anywhere.
 void SetThreadCount(int count);
+
+// While one is alive (and active), every ParallelFor started on the thread that made it runs
+// serially on that thread, leaving the pool to others: for a batch worker when there is
+// already a picture per core in flight.
+class SerialLoopsOnThisThread {
+public:
+    explicit SerialLoopsOnThisThread(bool active = true);
+    ~SerialLoopsOnThisThread();
+    SerialLoopsOnThisThread(const SerialLoopsOnThisThread&) = delete;
+    SerialLoopsOnThisThread& operator=(const SerialLoopsOnThisThread&) = delete;
+
+private:
+    bool previous_;
+};
 
 }  // namespace quorbel

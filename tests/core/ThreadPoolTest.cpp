@@ -41,4 +41,25 @@ TEST(ThreadPool, NestedAndConcurrentLoopsFinish) {
     SetThreadCount(saved);
 }
 
+TEST(ThreadPool, SerialLoopsStayOnTheThreadThatAskedUntilItLetsGo) {
+    const int saved = ThreadCount();
+    SetThreadCount(3);
+    std::atomic<int> bands{0};
+    const std::thread::id self = std::this_thread::get_id();
+    {
+        const SerialLoopsOnThisThread serial;
+        const SerialLoopsOnThisThread inactive(false);  // an inactive one changes nothing
+        ParallelFor(1000, 1, [&](int b, int e) {
+            EXPECT_EQ(std::make_pair(b, e), std::make_pair(0, 1000));
+            EXPECT_EQ(std::this_thread::get_id(), self);
+            ++bands;
+        });
+        EXPECT_EQ(bands.load(), 1);
+    }
+    bands = 0;
+    ParallelFor(1000, 1, [&](int, int) { ++bands; });
+    EXPECT_GT(bands.load(), 1);  // split over the pool again
+    SetThreadCount(saved);
+}
+
 }  // namespace quorbel
