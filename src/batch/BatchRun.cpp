@@ -19,6 +19,7 @@
 #include "output/FileBytes.h"
 #include "output/JpegCodec.h"
 #include "output/PictureFormat.h"
+#include "output/PictureFormats.h"
 #include "output/Upright.h"
 #include "output/ColourProfile.h"
 #include "metadata/PictureMetadata.h"
@@ -50,11 +51,9 @@ struct Encoded {
 
 // The source's colour profile: converted away when the job asks for sRGB or the output
 // type cannot carry a profile, else kept.
-void ApplyColourProfile(const BatchJob& job, std::string_view extension, cDib& dib, SourceMetadata& metadata,
+void ApplyColourProfile(const BatchJob& job, const PictureFormatRow& output, cDib& dib, SourceMetadata& metadata,
                         std::string& note) {
-    const bool carries = extension == "jpg" || extension == "png" || extension == "tif" || extension == "webp" ||
-                         extension == "avif";
-    if ((carries && !job.convertToSrgb) || metadata.IccProfile().empty()) return;
+    if ((output.carriesProfile && !job.convertToSrgb) || metadata.IccProfile().empty()) return;
     if (!ConvertToSrgb(dib, metadata.IccProfile())) note = "colour profile left out: it is damaged";
     metadata.SetIccProfile({});
 }
@@ -82,17 +81,6 @@ bool Decode(const BatchJob& job, std::span<const uint8_t> bytes, cDib& dib, Pixe
     return true;
 }
 
-bool Encode(const cDib& dib, std::string_view extension, int quality, std::vector<uint8_t>& out) {
-    if (extension == "jpg") return EncodeJpeg(dib.View(), quality, out) == kJpegOk;
-    if (extension == "png") return EncodePng(dib, out);
-    if (extension == "tif") return EncodeTiff(dib, 2, 24, out);
-    if (extension == "gif") return EncodeGif(dib, out);
-    if (extension == "bmp") return EncodeBmp(dib, out);
-    if (extension == "webp") return EncodeWebp(dib, quality, out);
-    if (extension == "avif") return EncodeAvif(dib, quality, out);
-    return false;
-}
-
 // The parallel stage for one picture: read, decode, resize, effect, rotation, encode.
 Encoded Process(const BatchJob& job, const BatchItem& item) {
     Encoded result;
@@ -102,6 +90,7 @@ Encoded Process(const BatchJob& job, const BatchItem& item) {
         return result;
     }
     result.extension = *extension;
+    const PictureFormatRow& output = *RowWritingExtension(result.extension);
     std::vector<uint8_t> bytes;
     if (ReadWholeFile(item.source, bytes)) {
         result.error = "could not be read";
@@ -116,7 +105,7 @@ Encoded Process(const BatchJob& job, const BatchItem& item) {
     SourceMetadata metadata = ReadMetadata(bytes);
     result.note = metadata.Note();
     bytes = {};
-    ApplyColourProfile(job, result.extension, dib, metadata, result.note);
+    ApplyColourProfile(job, output, dib, metadata, result.note);
     if (target != PixelSize{dib.Width(), dib.Height()} &&
         !ResizeDib(dib, target.width, target.height, job.resample)) {
         result.error = "could not be resized";
@@ -125,14 +114,13 @@ Encoded Process(const BatchJob& job, const BatchItem& item) {
     ApplyBatchEffect(dib, item.effect);
     ApplyBatchRotation(dib, item.rotation);
     const MetadataOptions keep{job.removeGps, job.removeMetadata};
-    bool encoded;
-    if (result.extension == "avif") {  // AVIF takes its metadata while encoding
-        const MetadataBlocks blocks = OutputBlocks(metadata, dib.Width(), dib.Height(), keep);
-        encoded = EncodeAvif(dib, job.JpegQuality(), result.bytes, &blocks);
-    } else {
-        encoded = Encode(dib, result.extension, job.JpegQuality(), result.bytes);
+    EncodeSettings settings{.quality = job.JpegQuality()};
+    MetadataBlocks blocks;
+    if (output.metadataWhileEncoding) {
+        blocks = OutputBlocks(metadata, dib.Width(), dib.Height(), keep);
+        settings.metadata = &blocks;
     }
-    if (!encoded) {
+    if (!output.encode(dib, settings, result.bytes)) {
         result.error = "could not be encoded";
         result.bytes.clear();
         return result;
