@@ -120,13 +120,9 @@ bool ReplacesSilently(const BatchJob& job) {
 }
 
 int EffectIndex(std::string_view effect) {
-    std::string word = ToLowerAscii(effect);
-    if (word == "pixalate" || word == "pixelate") word = "pixelaze";  // the list's spellings
-    if (word.empty() || word == "none") return 0;
-    const auto list = FilterList();
-    for (int i = 1; i < kFilterCount; ++i)
-        if (ToLowerAscii(list[i].name) == word) return i;
-    return 0;
+    // The job's spellings of Pixelate find the list's own.
+    if (EqualsIgnoreCase(effect, "pixalate") || EqualsIgnoreCase(effect, "pixelate")) return FindFilter("Pixelaze");
+    return FindFilter(effect);  // "None" and unknown words: 0
 }
 
 Orientation OrientationFor(std::string_view rotation) {
