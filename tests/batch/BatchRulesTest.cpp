@@ -103,8 +103,6 @@ TEST(BatchRules, WordsForEffectsRotationsAndSilentReplacement) {
     for (const auto& [word, entry] : {std::pair{"None", "<None>"}, {"Unheard of", "<None>"}, {"Pixalate", "Pixelaze"},
                                       {"pixelate", "Pixelaze"}, {"Despeckle More", "Despeckle more"}, {"soften", "Soften"}})
         EXPECT_STREQ(FilterList()[static_cast<size_t>(EffectIndex(word))].name, entry) << word;
-    const Orientation left = OrientationFor("Rotate Left");
-    EXPECT_TRUE(left.flipHorizontal && left.flipVertical && left.rotate);
     const Orientation flip = OrientationFor("Flip");
     EXPECT_TRUE(!flip.flipHorizontal && flip.flipVertical && !flip.rotate);
 

@@ -55,14 +55,14 @@ protected:
         fs::create_directories(out_);
     }
     void Put(const std::string& name, const Bytes& bytes) { WriteBytes(src_ / name, bytes); }
-    BatchJob FitJob(int w, int h) const {
+    BatchJob FitJob(int w, int h, OutputType type = OutputType::Jpeg) const {
         BatchJob job;
         job.source = src_.string();
         job.target = out_.string();
         job.preset = "Custom";
         job.width = w;
         job.height = h;
-        job.outputType = OutputType::Jpeg;
+        job.outputType = type;
         return job;
     }
     ScratchDir dir_;
@@ -103,10 +103,9 @@ TEST_F(BatchRunTest, GoodPicturesAreWrittenAndBadOnesReportedByName) {
 TEST_F(BatchRunTest, OutputDoesNotDependOnTheNumberOfThreads) {
     for (int i = 0; i < 7; ++i) Put("p" + std::to_string(i) + ".jpg", Jpeg(120 + 16 * i, 90, i));
     Put("q.png", Encoded(Grainy(200, 150), PictureFormat::Png));
-    BatchJob job = FitJob(50, 40);
+    BatchJob job = FitJob(50, 40, OutputType::KeepOriginal);
     job.effect = "Blur";
     job.rotation = "Rotate Left";
-    job.outputType = OutputType::KeepOriginal;
     std::vector<Bytes> results[2];
     for (int run = 0; run < 2; ++run) {
         const fs::path out = dir_ / ("out" + std::to_string(run));
@@ -127,9 +126,8 @@ TEST_F(BatchRunTest, SameFolderYesToAllKeepsAFailingPicturesOriginal) {
     Put("good.jpg", Jpeg(80, 40));
     const Bytes bad = Cut(Jpeg(80, 40), 3);
     Put("bad.jpg", bad);
-    BatchJob job = FitJob(40, 40);
+    BatchJob job = FitJob(40, 40, OutputType::KeepOriginal);
     job.target = job.source;
-    job.outputType = OutputType::KeepOriginal;
     job.overwrite = OverwritePolicy::YesToAll;
     const BatchRunReport report = RunBatch(job);
     EXPECT_EQ(report.written, 1);
@@ -208,10 +206,9 @@ TEST_F(BatchRunTest, TheEffectComesBeforeTheRotation) {
     // Pixelate's blocks start at the top-left corner, so on a 10 × 7 picture it does not
     // commute with a quarter turn; BMP output keeps the pixels exact.
     Put("p.bmp", Encoded(Numbered(10, 7), PictureFormat::Bmp));
-    BatchJob job = FitJob(100, 100);
+    BatchJob job = FitJob(100, 100, OutputType::Bmp);
     job.effect = "Pixalate";
     job.rotation = "Rotate Left";
-    job.outputType = OutputType::Bmp;
     ASSERT_EQ(RunBatch(job).written, 1);
     cDib expected = Numbered(10, 7);
     ASSERT_TRUE(cDIBFilter().Pixelate(expected, 4));
@@ -241,9 +238,7 @@ TEST_F(BatchRunTest, EveryListedExtensionIsReadAndEveryOutputTypeWritesItsFormat
         {OutputType::Bmp, "bmp", PictureFormat::Bmp},   {OutputType::Webp, "webp", PictureFormat::Webp},
         {OutputType::Avif, "avif", PictureFormat::Avif}};
     for (const auto& [type, extension, format] : types) {
-        BatchJob job = FitJob(100, 100);
-        job.outputType = type;
-        const BatchRunReport report = RunBatch(job);
+        const BatchRunReport report = RunBatch(FitJob(100, 100, type));
         EXPECT_EQ(report.FailureText(), "") << extension;
         EXPECT_EQ(static_cast<size_t>(report.written), listed) << extension;
         const fs::path one = out_ / (std::string("p-ico.") + extension);
