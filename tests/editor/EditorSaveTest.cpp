@@ -1,6 +1,4 @@
 #include <algorithm>
-#include <filesystem>
-
 #include "EditorFixture.h"
 #include "../output/ExifTestFiles.h"
 #include "metadata/ExifFacts.h"
@@ -11,7 +9,6 @@
 #include "editor/SaveAsRules.h"
 
 namespace quorbel::test {
-namespace fs = std::filesystem;
 
 using EditorSaveTest = EditorFixture;
 
@@ -33,23 +30,21 @@ constexpr const char* kSkew =
 }  // namespace
 
 TEST(SaveAsRules, PatternsGiveTypesAndExtensions) {
-    EXPECT_EQ(FileTypeForPattern("*.jpg"), "JPEG .jpg");
-    EXPECT_EQ(FileTypeForPattern("*.bmp"), "Bitmap .bmp");
-    EXPECT_EQ(FileTypeForPattern("*.ico"), "ICON .ico");
-    EXPECT_EQ(FileTypeForPattern("*.jpeg"), "Unknown");
-    EXPECT_EQ(WithPatternExtension("/p/holiday", "*.jpg"), "/p/holiday.jpg");
-    EXPECT_EQ(WithPatternExtension("/p/holiday.JPG", "*.jpg"), "/p/holiday.JPG");
-    EXPECT_EQ(WithPatternExtension("/p/holiday.jpg", "*.png"), "/p/holiday.jpg.png");
-    EXPECT_EQ(WithPatternExtension("/p/x", "*.*"), "/p/x");
-    EXPECT_TRUE(IsIconType("ICON (.ico)"));
-    EXPECT_TRUE(IsIconType("Icon (.ico)"));
-    EXPECT_FALSE(IsIconType("icon .ico"));
+    for (auto [pattern, type] : {std::pair{"*.jpg", "JPEG .jpg"}, {"*.bmp", "Bitmap .bmp"}, {"*.ico", "ICON .ico"},
+                                 {"*.jpeg", "Unknown"}})
+        EXPECT_EQ(FileTypeForPattern(pattern), type);
+    for (auto [name, pattern, path] : {std::tuple{"/p/holiday", "*.jpg", "/p/holiday.jpg"},
+                                       {"/p/holiday.JPG", "*.jpg", "/p/holiday.JPG"},
+                                       {"/p/holiday.jpg", "*.png", "/p/holiday.jpg.png"}, {"/p/x", "*.*", "/p/x"}})
+        EXPECT_EQ(WithPatternExtension(name, pattern), path);
+    for (auto [type, icon] : {std::pair{"ICON (.ico)", true}, {"Icon (.ico)", true}, {"icon .ico", false}})
+        EXPECT_EQ(IsIconType(type), icon) << type;
     EXPECT_EQ(SaveFilterIndexForType("Bitmap .bmp"), 1);
     EXPECT_EQ(SaveFilterIndexForType("TIFF .tif"), 5);
 }
 
 TEST_F(EditorSaveTest, SavesTheNewSizeAndAppendsTheChosenExtension) {
-    OpenThroughDialog(SavePng("wide.png", MakePicture(200, 100)));
+    OpenThroughDialog(SavePng("wide.png", Numbered(200, 100)));
     model_->SelectPreset("Email Large");
     // 200 x 100 into 640 x 480 keeping its shape: 640 / 200 = 3.2 < 4.8, so 640 x 320.
     EXPECT_EQ(model_->NewWidth(), 640);
@@ -64,15 +59,13 @@ TEST_F(EditorSaveTest, SavesTheNewSizeAndAppendsTheChosenExtension) {
               "Bitmap (*.bmp)|*.bmp|GIF (*.gif)|*.gif|JPEG (*.jpg)|*.jpg|PNG (*.png)|*.png|TIFF (*.tif)|*.tif");
     EXPECT_EQ(dialogs_.saveRequests[0].initialFilter, 3);
     EXPECT_TRUE(messages_.Texts().empty());
-    const DecodedPicture saved = Decode(pictures_ / "out.jpg");
-    EXPECT_EQ(saved.pixels.Width(), 640);
-    EXPECT_EQ(saved.pixels.Height(), 320);
+    EXPECT_EQ(SizeOf(Decode(pictures_ / "out.jpg").pixels), std::pair(640, 320));
     EXPECT_FALSE(model_->Changed());
     EXPECT_EQ(model_->FileType(), "JPEG .jpg");
 }
 
 TEST_F(EditorSaveTest, EveryTypeIsWrittenByTheJpegSaver) {
-    OpenThroughDialog(SavePng("a.png", MakePicture(20, 10)));
+    OpenThroughDialog(SavePng("a.png", Numbered(20, 10)));
     dialogs_.AnswerSave(SaveAnswer{(pictures_ / "b").string(), 4, "*.png"});
     model_->Dispatch("mnuSaveAs");
     EXPECT_EQ(model_->FileType(), "PNG .png");
@@ -91,7 +84,7 @@ TEST_F(EditorSaveTest, EveryTypeIsWrittenByTheJpegSaver) {
 }
 
 TEST_F(EditorSaveTest, AFailedSaveIsReportedOnceAndKeepsTheChangedFlag) {
-    OpenThroughDialog(SavePng("a.png", MakePicture(20, 10)));
+    OpenThroughDialog(SavePng("a.png", Numbered(20, 10)));
     model_->Dispatch("mnuNegative");
     const std::string target = (root_ / "no such folder" / "x.jpg").string();
     dialogs_.AnswerSave(SaveAnswer{target, 3, "*.jpg"});
@@ -101,7 +94,7 @@ TEST_F(EditorSaveTest, AFailedSaveIsReportedOnceAndKeepsTheChangedFlag) {
 }
 
 TEST_F(EditorSaveTest, AHandSizedPictureAsksAboutStretchAndSkewAndTheTickDoesNotStick) {
-    OpenThroughDialog(SavePng("a.png", MakePicture(20, 10)));
+    OpenThroughDialog(SavePng("a.png", Numbered(20, 10)));
     model_->TypeWidth("30");
     EXPECT_EQ(model_->Preset(), "Custom");
     EXPECT_EQ(model_->NewWidth(), 30);
@@ -125,25 +118,20 @@ TEST_F(EditorSaveTest, AHandSizedPictureAsksAboutStretchAndSkewAndTheTickDoesNot
     model_->Dispatch("mnuSaveAs");
     EXPECT_EQ(messages_.Texts(), std::vector<std::string>{kSkew});
 
-    // Either setting at "1" keeps it quiet.
-    SaveSetting(kAppName, "Prompt Stretch Skew", "Prompt Stretch Skew", "1");
+    // Either setting at "1" keeps it quiet, and a preset is not sizing by hand.
     messages_.Clear();
-    model_->Dispatch("mnuSaveAs");
-    EXPECT_TRUE(messages_.Texts().empty());
-    SaveSetting(kAppName, "Prompt Stretch Skew", "Prompt Stretch Skew", "0");
-    SaveSetting(kAppName, "Settings", "Prompt Stretch Skew", "1");
-    model_->Dispatch("mnuSaveAs");
-    EXPECT_TRUE(messages_.Texts().empty());
-
-    // A preset is not sizing by hand.
-    SaveSetting(kAppName, "Settings", "Prompt Stretch Skew", "0");
-    model_->SelectPreset("Banner 88x31");
-    model_->Dispatch("mnuSaveAs");
-    EXPECT_TRUE(messages_.Texts().empty());
+    for (auto [section, other, preset] : {std::tuple{"Prompt Stretch Skew", "Settings", ""},
+                                          {"Settings", "Prompt Stretch Skew", ""}, {"", "Settings", "Banner 88x31"}}) {
+        SaveSetting(kAppName, other, "Prompt Stretch Skew", "0");
+        if (*section) SaveSetting(kAppName, section, "Prompt Stretch Skew", "1");
+        if (*preset) model_->SelectPreset(preset);
+        model_->Dispatch("mnuSaveAs");
+        EXPECT_TRUE(messages_.Texts().empty()) << section << preset;
+    }
 }
 
 TEST_F(EditorSaveTest, UnitsConvertAndChangingTheUnitMeansCustom) {
-    OpenThroughDialog(SavePng("a.png", MakePicture(96, 48)));
+    OpenThroughDialog(SavePng("a.png", Numbered(96, 48)));
     model_->SelectPreset("Photo 4x6 inches");
     EXPECT_EQ(model_->Unit(), "Inches");
     // A 4 x 6 inch box at 96 pixels an inch, turned to the picture's way: 576 x 384; 96 x 48
@@ -162,20 +150,16 @@ TEST_F(EditorSaveTest, UnitsConvertAndChangingTheUnitMeansCustom) {
     EXPECT_EQ(model_->NewHeight(), 288);
 }
 
-}  // namespace quorbel::test
-
-namespace quorbel::test {
-
 // A camera photo stored on its side opens upright, and Save as keeps its camera data with
 // the orientation put back to 1.
 TEST_F(EditorSaveTest, SaveAsKeepsCameraDataOfAPhotoOpenedUpright) {
     std::vector<uint8_t> jpeg;
-    ASSERT_EQ(EncodeJpeg(MakePicture(60, 40).View(), 90, jpeg), kJpegOk);
+    ASSERT_EQ(EncodeJpeg(Numbered(60, 40).View(), 90, jpeg), kJpegOk);
     auto block = ExifBlock({{0x010F, 2, 8, 38}, {0x0112, 3, 1, 6}});  // the make stored at 38
     block.insert(block.end(), {'Q', 'u', 'o', 'r', 'c', 'a', 'm', 0});
     const fs::path source = pictures_ / "camera.jpg";
     const auto withExif = WithJpegExif(jpeg, block);
-    WriteFile(source, std::string(withExif.begin(), withExif.end()));
+    WriteBytes(source, withExif);
     OpenThroughDialog(source.string());
     EXPECT_EQ(model_->Picture().Width(), 40);
     dialogs_.AnswerSave(SaveAnswer{(pictures_ / "copy").string(), 3, "*.jpg"});

@@ -1,5 +1,3 @@
-#include <filesystem>
-
 #include "EditorFixture.h"
 #include "settings/AppFolders.h"
 #include "settings/SettingsStore.h"
@@ -7,7 +5,6 @@
 #include "editor/StartUp.h"
 
 namespace quorbel::test {
-namespace fs = std::filesystem;
 
 class ScriptedStartUp : public StartUpHost {
 public:
@@ -71,7 +68,7 @@ TEST_F(StartUpTest, TheRememberedSizeAndAQuietStart) {
     SaveSetting(kAppName, "Options", "Scale", "Centimeters");
     SaveSetting(kAppName, "Options", "Width", "10");
     SaveSetting(kAppName, "Options", "Height", "15");
-    SaveSetting(kAppName, "Images", "Last Opened", SavePng("last.png", MakePicture(5, 5)));
+    SaveSetting(kAppName, "Images", "Last Opened", SavePng("last.png", Numbered(5, 5)));
     Start();
     EXPECT_EQ(host_->steps, (std::vector<std::string>{"main window, 0 messages", "lay out Centimeters 10x15"}));
     EXPECT_FALSE(model_->HasPicture());
@@ -81,7 +78,7 @@ TEST_F(StartUpTest, TheRememberedSizeAndAQuietStart) {
 
 TEST_F(StartUpTest, TheWelcomeChoiceIsActedOn) {
     SaveSetting(kAppName, "Update", "FirstRun", "1");
-    const std::string last = SavePng("last.png", MakePicture(5, 5));
+    const std::string last = SavePng("last.png", Numbered(5, 5));
     SaveSetting(kAppName, "Images", "Last Opened", last);
     host_->choice = WelcomeChoice::LastEdited;
     Start();
@@ -103,30 +100,29 @@ TEST_F(StartUpTest, TheWelcomeChoiceIsActedOn) {
 }
 
 TEST_F(StartUpTest, WelcomeButtons) {
-    {
+    // button, ticked, choice, help page opened, "Show" after, picture still marked changed
+    const std::tuple<WelcomeButton, bool, WelcomeChoice, const char*, const char*, bool> cases[] = {
+        {WelcomeButton::Open, true, WelcomeChoice::Open, "", "1", false},
+        {WelcomeButton::Close, true, WelcomeChoice::None, "", "1", false},
+        {WelcomeButton::LastEdited, true, WelcomeChoice::LastEdited, "", "1", true},
+        {WelcomeButton::GettingStarted, false, WelcomeChoice::GettingStarted, "GettingStarted.html", "0", true},
+        {WelcomeButton::Tutorials, true, WelcomeChoice::None, "Tutorial%20Resizing%20Pictures.htm", "1", true},
+        {WelcomeButton::BatchResize, true, WelcomeChoice::None, "", "1", true}};
+    for (const auto& [button, tick, choice, page, show, changed] : cases) {
+        SaveSetting(kAppName, "Welcome", "Show", "1");
+        ::unlink((root_ / "bin" / "calls.log").c_str());
         WelcomeModel welcome(*model_, desktop_, help_.string());
         model_->SetChanged(true);
-        welcome.Press(WelcomeButton::Open);
-        EXPECT_EQ(welcome.Choice(), WelcomeChoice::Open);
-        EXPECT_FALSE(model_->Changed());
+        welcome.showAtStartup = tick;
+        welcome.Press(button);
+        EXPECT_EQ(welcome.Choice(), choice) << page;
         EXPECT_TRUE(welcome.Closed());
-        EXPECT_EQ(GetSetting(kAppName, "Welcome", "Show", "1"), "1");
+        EXPECT_EQ(Calls(), *page ? "xdg-open file://" + help_.string() + "/" + page + "\n" : "") << page;
+        EXPECT_EQ(GetSetting(kAppName, "Welcome", "Show", "1"), show);
+        EXPECT_EQ(model_->Changed(), changed);
     }
-    {
-        WelcomeModel welcome(*model_, desktop_, help_.string());
-        welcome.showAtStartup = false;
-        welcome.Press(WelcomeButton::GettingStarted);
-        EXPECT_EQ(welcome.Choice(), WelcomeChoice::GettingStarted);
-        EXPECT_EQ(GetSetting(kAppName, "Welcome", "Show", "1"), "0");
-        EXPECT_EQ(Calls(), "xdg-open file://" + help_.string() + "/GettingStarted.html\n");
-    }
-    {
-        WelcomeModel welcome(*model_, desktop_, help_.string());
-        welcome.Press(WelcomeButton::BatchResize);
-        EXPECT_EQ(welcome.Choice(), WelcomeChoice::None);
-        EXPECT_EQ(windows_.batches, std::vector<WizardJob>{WizardJob::Resize});
-        EXPECT_EQ(GetSetting(kAppName, "MultiEdit", "Type"), "Resize");
-    }
+    EXPECT_EQ(windows_.batches, std::vector<WizardJob>{WizardJob::Resize});
+    EXPECT_EQ(GetSetting(kAppName, "MultiEdit", "Type"), "Resize");
 }
 
 }  // namespace quorbel::test

@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "../effects/EffectsPictures.h"
-#include "FitPictures.h"
+#include "Pictures.h"
 #include "core/MessageBox.h"
 #include "imaging/ResizeDib.h"
 #include "output/JpegCodec.h"
@@ -20,32 +19,17 @@ int64_t JpegBytes(const cDib& picture, int quality) {
 }
 
 FitRequest Request(double kb, int maxW, int maxH, int minW, int minH, std::string quality, FitMode mode) {
-    FitRequest r;
-    r.maxSize = kb;
-    r.unit = FileSizeUnit::KB;
-    r.maxWidth = maxW;
-    r.maxHeight = maxH;
-    r.minWidth = minW;
-    r.minHeight = minH;
-    r.startQuality = std::move(quality);
-    r.startMode = mode;
-    return r;
+    return {.maxSize = kb, .unit = FileSizeUnit::KB, .maxWidth = maxW, .maxHeight = maxH, .minWidth = minW,
+            .minHeight = minH, .startQuality = std::move(quality), .startMode = mode};
 }
 
-TEST(FitToFileSize, LimitsCountThousandsOfBytes) {
-    EXPECT_EQ(LimitBytes(100, FileSizeUnit::KB), 100000);
-    EXPECT_EQ(LimitBytes(1.5, FileSizeUnit::MB), 1500000);
-    EXPECT_EQ(LimitBytes(0.0015, FileSizeUnit::KB), 1);  // 1.5 bytes, rounded down
-    EXPECT_EQ(LimitBytes(0.0005, FileSizeUnit::KB), 0);
-    EXPECT_EQ(LimitBytes(-3, FileSizeUnit::MB), 0);
-}
-
-TEST(FitToFileSize, QualityStepsAreTheNamedOnes) {
+TEST(FitToFileSize, LimitsCountThousandsOfBytesAndQualityStepsAreTheNamedOnes) {
+    // 0.0015 KB is 1.5 bytes, rounded down.
+    for (auto [size, unit, bytes] : {std::tuple{100.0, FileSizeUnit::KB, 100000}, {1.5, FileSizeUnit::MB, 1500000},
+                                     {0.0015, FileSizeUnit::KB, 1}, {0.0005, FileSizeUnit::KB, 0}, {-3.0, FileSizeUnit::MB, 0}})
+        EXPECT_EQ(LimitBytes(size, unit), bytes) << size;
     for (auto [from, to] : {std::pair{97, 95}, {95, 85}, {80, 75}, {51, 50}}) EXPECT_EQ(NextQualityBelow(from), to);
     EXPECT_EQ(NextQualityBelow(50), std::nullopt);
-}
-
-TEST(FitToFileSize, ReducedSizeIsShownInTheChosenUnit) {
     EXPECT_EQ(ReducedSizeMessage(98765, FileSizeUnit::KB), "reduced size reached: 98.77 KB");
     EXPECT_EQ(ReducedSizeMessage(1250000, FileSizeUnit::MB), "reduced size reached: 1.25 MB");
 }

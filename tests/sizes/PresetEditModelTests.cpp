@@ -1,4 +1,4 @@
-#include "../settings/ShellFixture.h"
+#include "FreshSettings.h"
 #include "core/MessageBox.h"
 #include "settings/SettingsStore.h"
 #include "sizes/PresetEditModel.h"
@@ -6,7 +6,7 @@
 namespace quorbel::test {
 namespace {
 
-using PresetEditing = ShellFixture;
+using PresetEditing = FreshSettings;
 
 std::vector<std::string> StoredKeys() {
     std::vector<std::string> keys;

@@ -1,4 +1,4 @@
-#include "../settings/ShellFixture.h"
+#include "FreshSettings.h"
 #include "core/MessageBox.h"
 #include "settings/SettingsStore.h"
 #include "sizes/SizePresets.h"
@@ -6,7 +6,7 @@
 namespace quorbel::test {
 namespace {
 
-using SizePresets = ShellFixture;
+using SizePresets = FreshSettings;
 using Keys = std::vector<std::string>;
 
 TEST_F(SizePresets, FirstUseWritesTheShippedListInOrder) {
