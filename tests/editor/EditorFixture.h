@@ -27,34 +27,24 @@ public:
     void ExitRequested() override { exited = true; }
     void PresetsChanged() override { ++presetRefills; }
     std::vector<std::string> statuses, waits;
-    int presetRefills = 0;
-    int previews = 0;
+    int presetRefills = 0, previews = 0;
     bool exited = false;
 };
 
+// Records which windows were asked for; fitted and clipboard are handed out once.
 class RecordingWindows : public EditorWindows {
 public:
     void OpenBatchWizard(WizardJob job) override { batches.push_back(job); }
     void OpenForums() override { calls.push_back("forums"); }
-    std::optional<cDib> FitToFileSize(const cDib&) override {
-        calls.push_back("makeitfit");
-        if (!fitted.hDIB()) return std::nullopt;
-        return std::move(fitted);
-    }
-    bool OpenPresetEditor() override {
-        calls.push_back("sizes");
-        return presetsChange;
-    }
     void OpenPaintEditor() override { calls.push_back("paint"); }
-    void EmailPicture(const std::string& path) override { calls.push_back("email " + path); }
+    bool OpenPresetEditor() override { return presetsChange; }
+    std::optional<cDib> FitToFileSize(const cDib&) override { return Take(fitted); }
+    std::optional<cDib> PastePicture() override { return Take(clipboard); }
     std::optional<cDib> RunEffect(EffectDialog, const cDib&, const std::string&) override {
         calls.push_back("effect");
         return std::nullopt;
     }
-    std::optional<cDib> PastePicture() override {
-        if (!clipboard.hDIB()) return std::nullopt;
-        return std::move(clipboard);
-    }
+    static std::optional<cDib> Take(cDib& d) { return d.hDIB() ? std::optional<cDib>(std::move(d)) : std::nullopt; }
     std::vector<WizardJob> batches;
     std::vector<std::string> calls;
     cDib clipboard, fitted;
