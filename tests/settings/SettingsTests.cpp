@@ -17,10 +17,9 @@ TEST_F(SettingsStore, LivesInTheConfigFolderAndKeepsKeyOrder) {
     EXPECT_EQ(GetSetting("Quorbel", "Options", "Scale", "Inches"), "Inches");
     EXPECT_FALSE(fs::exists(SettingsFile()));
 
-    ASSERT_TRUE(SaveSetting("Quorbel", "Options", "Width", "6"));
-    ASSERT_TRUE(SaveSetting("Quorbel", "Options", "Height", "4"));
-    ASSERT_TRUE(SaveSetting("Quorbel", "Options", "Scale", "Pixels"));
-    ASSERT_TRUE(SaveSetting("Quorbel", "OPTIONS", "width", "7"));
+    for (auto [section, key, value] : {std::tuple{"Options", "Width", "6"}, {"Options", "Height", "4"},
+                                       {"Options", "Scale", "Pixels"}, {"OPTIONS", "width", "7"}})
+        ASSERT_TRUE(SaveSetting("Quorbel", section, key, value));
     EXPECT_EQ(ReadText(SettingsFile()), "[Options]\nWidth=7\nHeight=4\nScale=Pixels\n");
     EXPECT_EQ(GetAllSettings("Quorbel", "options"),
               (SettingPairs{{"Width", "7"}, {"Height", "4"}, {"Scale", "Pixels"}}));
@@ -32,9 +31,8 @@ TEST_F(SettingsStore, LivesInTheConfigFolderAndKeepsKeyOrder) {
 }
 
 TEST_F(SettingsStore, ValuesComeBackExactlyAsSaved) {
-    const std::vector<std::string> values{"  padded  ", "\"quoted\"", "'single'", "",
-                                          std::string(3000, 'v')};
-    for (const std::string& value : values) {
+    for (const std::string& value : {std::string("  padded  "), std::string("\"quoted\""), std::string("'single'"),
+                                     std::string(), std::string(3000, 'v')}) {
         ASSERT_TRUE(SaveSetting("Quorbel", "Settings", "Rename Name", value));
         EXPECT_EQ(GetSetting("Quorbel", "Settings", "Rename Name", "dflt"), value);
     }
@@ -57,11 +55,9 @@ TEST_F(SettingsStore, DataFolderAndApplicationIni) {
     EXPECT_TRUE(fs::is_directory(expected));
 
     InitialiseDataFolder();
-    EXPECT_EQ(DataFolder(), expected + "/");
-    EXPECT_EQ(WorkingFolder(), expected + "/");
-    EXPECT_EQ(AppIniPath(), expected + "/Quorbel.ini");
-    EXPECT_EQ(AppearanceIniPath(), expected + "/Local.Ini");
-    EXPECT_EQ(HelpFileName(1), expected + "/Qorbix5.chm");
+    for (auto [path, name] : {std::pair{DataFolder(), "/"}, {WorkingFolder(), "/"}, {AppIniPath(), "/Quorbel.ini"},
+                              {AppearanceIniPath(), "/Local.Ini"}, {HelpFileName(1), "/Qorbix5.chm"}})
+        EXPECT_EQ(path, expected + name);
     EXPECT_EQ(HelpFileName(2), "");
 
     ASSERT_TRUE(IniWrite("Main", "Last Path", "/home/pics"));

@@ -88,68 +88,56 @@ TEST(FitToFileSize, HeightAndWidthModeCutsTenPercentFromTheOriginalEachTrial) {
     EXPECT_EQ(box.Texts()[0], ReducedSizeMessage(static_cast<int64_t>(r.jpeg.size()), FileSizeUnit::KB));
 }
 
-TEST(FitToFileSize, TooSmallALimitFromQualityEndsAtTheMinimumSize) {
-    const cDib picture = Grainy(300, 200);
-    ScriptedMessageBox box;
-    // Keeping 300 x 200 in proportion, 100 x 100 at least means 150 x 100 at least.
-    const FitResult r = FitToFileSize(picture, Request(0.2, 300, 200, 100, 100, "Highest Quality", FitMode::Quality));
-    ShowFitMessages(r, box);
-    EXPECT_EQ(r.status, FitStatus::MinimumUsedUp);
-    EXPECT_EQ(box.Texts(), std::vector<std::string>{"Cannot resize pic."});
-    EXPECT_FALSE(r.picture.hDIB());
+// Limits the search cannot meet, or meets at once: how it steps and where it ends.
+struct EndCase {
+    const char* name;
+    int width, height;
+    FitRequest request;
+    FitStatus status;
+    std::vector<int> qualities;  // of the first trials
+    std::tuple<int, int, int> last;  // width, height, quality of the last trial
+    size_t trials;                   // how many; 0 when not fixed by the rules
+    std::vector<std::string> messages;
+};
 
-    ASSERT_GE(r.trials.size(), 6u);
-    const int qualities[] = {95, 85, 75, 65, 50};
-    for (size_t i = 0; i < 5; ++i) {
-        EXPECT_EQ(r.trials[i].quality, qualities[i]);
-        EXPECT_EQ(r.trials[i].width, 300);
+TEST(FitToFileSize, SearchesEndAsTheRulesSay) {
+    const std::string cannot = "Cannot resize pic.";
+    const std::string retry = "Picture could not be resized to fit the selected parameters. Please try again.";
+    const EndCase cases[] = {
+        // Keeping 300 x 200 in proportion, 100 x 100 at least means 150 x 100 at least: every
+        // quality step at full size, then cuts at 50.
+        {"quality first", 300, 200, Request(0.2, 300, 200, 100, 100, "Highest Quality", FitMode::Quality),
+         FitStatus::MinimumUsedUp, {95, 85, 75, 65, 50}, {150, 100, 50}, 0, {cannot}},
+        // Cuts at 75 down to 150 x 100, then 65 and 50 at that size.
+        {"size first", 300, 200, Request(0.2, 300, 200, 100, 100, "Medium Quality", FitMode::WidthHeight),
+         FitStatus::QualityUsedUp, {75}, {150, 100, 50}, 0, {retry}},
+        // A maximum size fits the picture inside first; nothing was cut to fit, so no message.
+        {"fits at once", 400, 300, Request(10000, 200, 200, 10, 10, "80", FitMode::WidthHeight),
+         FitStatus::Fitted, {80}, {200, 150, 80}, 1, {}},
+        // A picture below the minimum is never cut: 85, then 75, 65, 50.
+        {"below the minimum", 80, 60, Request(0.1, 500, 500, 100, 100, "85", FitMode::WidthHeight),
+         FitStatus::QualityUsedUp, {85, 75, 65, 50}, {80, 60, 50}, 4, {retry}},
+    };
+    for (const EndCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const FitResult r = FitToFileSize(Grainy(c.width, c.height), c.request);
+        ScriptedMessageBox box;
+        ShowFitMessages(r, box);
+        EXPECT_EQ(r.status, c.status);
+        EXPECT_EQ(box.Texts(), c.messages);
+        EXPECT_EQ(r.picture.hDIB(), c.status == FitStatus::Fitted);
+        ASSERT_GE(r.trials.size(), c.qualities.size());
+        if (c.trials) EXPECT_EQ(r.trials.size(), c.trials);
+        for (size_t i = 0; i < r.trials.size(); ++i) {
+            const FitTrial& t = r.trials[i];
+            if (i < c.qualities.size()) EXPECT_EQ(std::pair(t.quality, t.width), std::pair(c.qualities[i], r.trials[0].width)) << i;
+            if (i > 0) EXPECT_LE(t.width, r.trials[i - 1].width) << i;  // never grows back
+            EXPECT_FALSE(t.fits && c.status != FitStatus::Fitted) << i;
+            EXPECT_TRUE(t.width >= std::get<0>(c.last) && t.height >= std::get<1>(c.last)) << i;
+        }
+        EXPECT_EQ(std::tuple(r.trials.back().width, r.trials.back().height, r.trials.back().quality), c.last);
+        if (r.picture.hDIB()) EXPECT_EQ(SizeOf(r.picture), std::pair(std::get<0>(c.last), std::get<1>(c.last)));
     }
-    for (size_t i = 5; i < r.trials.size(); ++i) {
-        EXPECT_EQ(r.trials[i].quality, 50);
-        EXPECT_LT(r.trials[i].width, r.trials[i - 1].width);
-    }
-    for (const FitTrial& t : r.trials) {
-        EXPECT_FALSE(t.fits);
-        EXPECT_GE(t.width, 150);
-        EXPECT_GE(t.height, 100);
-    }
-    EXPECT_EQ(std::make_pair(r.trials.back().width, r.trials.back().height), std::make_pair(150, 100));
-}
-
-TEST(FitToFileSize, TooSmallALimitFromHeightAndWidthEndsWithTheQualitySteps) {
-    const cDib picture = Grainy(300, 200);
-    ScriptedMessageBox box;
-    const FitResult r = FitToFileSize(picture, Request(0.2, 300, 200, 100, 100, "Medium Quality", FitMode::WidthHeight));
-    ShowFitMessages(r, box);
-    EXPECT_EQ(r.status, FitStatus::QualityUsedUp);
-    EXPECT_EQ(box.Texts(),
-              std::vector<std::string>{"Picture could not be resized to fit the selected parameters. Please try again."});
-    // Cut at 75 down to 150 x 100, then 65 and 50 at that size.
-    ASSERT_GE(r.trials.size(), 3u);
-    const FitTrial& last = r.trials.back();
-    const FitTrial& before = r.trials[r.trials.size() - 2];
-    EXPECT_EQ(std::make_tuple(before.width, before.height, before.quality), std::make_tuple(150, 100, 65));
-    EXPECT_EQ(std::make_tuple(last.width, last.height, last.quality), std::make_tuple(150, 100, 50));
-    for (const FitTrial& t : r.trials) EXPECT_GE(t.height, 100);
-}
-
-TEST(FitToFileSize, MaximumSizeFitsThePictureInsideFirst) {
-    const cDib picture = Grainy(400, 300);
-    const FitResult r = FitToFileSize(picture, Request(10000, 200, 200, 10, 10, "80", FitMode::WidthHeight));
-    ASSERT_EQ(r.status, FitStatus::Fitted);
-    ASSERT_EQ(r.trials.size(), 1u);
-    EXPECT_EQ(std::make_pair(r.picture.Width(), r.picture.Height()), std::make_pair(200, 150));
-    EXPECT_EQ(r.quality, 80);
-    EXPECT_TRUE(r.messages.empty());  // nothing was cut to fit
-}
-
-TEST(FitToFileSize, APictureBelowTheMinimumIsNeverCut) {
-    const cDib picture = Grainy(80, 60);
-    const FitResult r = FitToFileSize(picture, Request(0.1, 500, 500, 100, 100, "85", FitMode::WidthHeight));
-    EXPECT_EQ(r.status, FitStatus::QualityUsedUp);
-    for (const FitTrial& t : r.trials) EXPECT_EQ(std::make_pair(t.width, t.height), std::make_pair(80, 60));
-    ASSERT_EQ(r.trials.size(), 4u);  // 85, then 75, 65, 50
-    EXPECT_EQ(r.trials.back().quality, 50);
 }
 
 TEST(FitToFileSize, StopsWhenCancelledAndRefusesBadRequests) {
