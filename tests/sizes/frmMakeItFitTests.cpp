@@ -20,16 +20,17 @@ struct FitCase {
     const char* name;
     int width, height;
     const char *fileSize, *minWidth, *minHeight;
-    bool hw;          // height and width first, from Medium Quality
+    const char* inches;  // the maximum size shown in inches, at 96 pixels an inch
+    bool hw;             // height and width first, from Medium Quality
     bool stop;        // Cancel pressed while searching
     bool fitted;      // a result handed back and the window closed
     const char* box;  // how the one message starts; "" for none
 };
 
 const FitCase kFits[] = {
-    {"Fits", 800, 600, "20", "80", "60", true, false, true, "reduced size reached: "},
-    {"CannotFit", 300, 200, "0.2", "100", "100", false, false, false, "Cannot resize pic."},
-    {"Stopped", 1600, 1200, "0.2", "16", "12", false, true, false, ""},
+    {"Fits", 800, 600, "20", "80", "60", "8.33x6.25", true, false, true, "reduced size reached: "},
+    {"CannotFit", 300, 200, "0.2", "100", "100", "3.13x2.08", false, false, false, "Cannot resize pic."},
+    {"Stopped", 1600, 1200, "0.2", "16", "12", "16.67x12.5", false, true, false, ""},
 };
 
 class FitWindow : public FreshSettings, public ::testing::WithParamInterface<FitCase> {};
@@ -41,7 +42,18 @@ TEST_P(FitWindow, FieldsReachTheSearchAndItsEndComesBack) {
         ScriptedMessageBox box;
         frmMakeItFit window(picture, box, nullptr, 15.0);
         window.show();
-        EXPECT_EQ(Child<QLineEdit>(window, "txtMaxWidth")->text(), QString::number(c.width));
+        const auto text = [&](const char* field) { return Child<QLineEdit>(window, field)->text().toStdString(); };
+        // Without remembered sizes the maximum is the picture's own; the sizes follow the unit.
+        EXPECT_EQ(text("txtMaxWidth") + "x" + text("txtMaxHeight"), std::to_string(c.width) + "x" + std::to_string(c.height));
+        Child<QComboBox>(window, "cboScale")->setCurrentText("Inches");
+        EXPECT_EQ(text("txtMaxWidth") + "x" + text("txtMaxHeight"), c.inches);
+        Child<QComboBox>(window, "cboScale")->setCurrentText("Pixels");
+        EXPECT_EQ(text("txtMaxWidth"), std::to_string(c.width));
+        // A field that is not a number holds back Go.
+        for (auto [typed, go] : {std::pair<std::string, bool>{"tall", false}, {std::to_string(c.height), true}}) {
+            Type(window, "txtMaxHeight", QString::fromStdString(typed));
+            EXPECT_EQ(Child<QPushButton>(window, "cmdGo")->isEnabled(), go) << typed;
+        }
         Type(window, "txtFileSize", c.fileSize);
         Type(window, "txtMinWidth", c.minWidth);
         Type(window, "txtMinHeight", c.minHeight);
@@ -90,23 +102,6 @@ TEST_P(FitWindow, FieldsReachTheSearchAndItsEndComesBack) {
 
 INSTANTIATE_TEST_SUITE_P(Searches, FitWindow, ::testing::ValuesIn(kFits),
                          [](const auto& info) { return std::string(info.param.name); });
-
-using FitFields = FreshSettings;
-
-TEST_F(FitFields, AFieldThatIsNotANumberHoldsBackGoAndSizesFollowTheUnit) {
-    const cDib picture = Grainy(64, 48);
-    ScriptedMessageBox box;
-    frmMakeItFit window(picture, box, nullptr, 15.0);
-    for (auto [text, go] : {std::pair{"tall", false}, {"48", true}}) {
-        Type(window, "txtMaxHeight", text);
-        EXPECT_EQ(Child<QPushButton>(window, "cmdGo")->isEnabled(), go) << text;
-    }
-    // 96 pixels an inch at 15 twips a pixel.
-    Type(window, "txtMaxWidth", "192");
-    Child<QComboBox>(window, "cboScale")->setCurrentText("Inches");
-    EXPECT_EQ(Child<QLineEdit>(window, "txtMaxWidth")->text(), "2.");
-    EXPECT_EQ(Child<QLineEdit>(window, "txtMaxHeight")->text(), ".5");
-}
 
 }  // namespace
 }  // namespace quorbel::test
