@@ -49,7 +49,8 @@ TEST_F(EditorCommandsTest, AFittedPictureIsAnUndoStepAndChangedPresetsRefillTheL
     EXPECT_FALSE(model_->Changed());
     windows_.fitted = Numbered(4, 3);
     model_->Dispatch("makeitfit");
-    EXPECT_EQ(std::tuple(model_->Picture().Width(), model_->Changed(), model_->History().Current()), std::tuple(4, true, 2));
+    EXPECT_EQ(std::tuple(model_->Picture().Width(), model_->Changed(), model_->History().Current()),
+              std::tuple(4, true, 2));
     model_->Dispatch("mnuUndo");
     EXPECT_EQ(model_->Picture().Width(), 8);
 
@@ -184,7 +185,8 @@ TEST_F(EditorCommandsTest, HelpPasteAndZoom) {
 
     windows_.clipboard = Numbered(7, 3);
     model_->Dispatch("mnuPaste");
-    EXPECT_EQ(std::tuple(model_->Picture().Width(), model_->Preset(), model_->Changed()), std::tuple(7, "Custom", true));
+    EXPECT_EQ(std::tuple(model_->Picture().Width(), model_->Preset(), model_->Changed()),
+              std::tuple(7, "Custom", true));
     model_->Dispatch("btnFit");
     EXPECT_EQ(model_->ZoomText(), "0%");
 }

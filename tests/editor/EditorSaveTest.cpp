@@ -65,7 +65,8 @@ TEST_F(EditorSaveTest, SaveAsWritesAJpegOfTheNewSizeUnderTheChosenTypesName) {
         EXPECT_EQ(dialogs_.saveRequests.back().initialFilter, offered) << name;
         EXPECT_EQ(model_->Changed(), !*file) << name;
         if (!*file) {
-            EXPECT_EQ(messages_.Texts(), std::vector<std::string>{"Failed to save the picture to the file: '" + failed + "'"});
+            EXPECT_EQ(messages_.Texts(),
+                      std::vector<std::string>{"Failed to save the picture to the file: '" + failed + "'"});
             break;
         }
         EXPECT_TRUE(messages_.Texts().empty()) << name;
@@ -88,7 +89,8 @@ TEST_F(EditorSaveTest, AHandSizedPictureAsksAboutStretchAndSkewAndTheTickDoesNot
     model_->Dispatch("mnuSaveAs");
     ASSERT_EQ(messages_.Shown().size(), 1u);
     EXPECT_EQ(messages_.Shown()[0].text, kSkew);
-    EXPECT_EQ(std::pair(messages_.Shown()[0].buttons, messages_.Shown()[0].noShowTick), std::pair(MsgButtons::YesNo, true));
+    EXPECT_EQ(std::pair(messages_.Shown()[0].buttons, messages_.Shown()[0].noShowTick),
+              std::pair(MsgButtons::YesNo, true));
     EXPECT_NE(Calls().find("xdg-open file://" + help_.string() + "/Fix%20Stretch%20and%20Skew.htm"),
               std::string::npos);
     EXPECT_EQ(GetSetting(kAppName, "Settings", "Prompt Stretch Skew"), "0");
@@ -120,10 +122,12 @@ TEST_F(EditorSaveTest, UnitsConvertAndChangingTheUnitMeansCustom) {
     EXPECT_EQ(std::tuple(model_->Unit(), model_->NewWidth(), model_->NewHeight()), std::tuple("Inches", 576, 288));
     // The unit chosen (the same one first: no change, no switch, and the preset's own numbers
     // stay), then the preset and the new size shown.
-    for (auto [unit, preset, fields] : {std::tuple{"Inches", "Photo 4x6 inches", "4x6"}, {"Pixels", "Custom", "576x288"},
+    for (auto [unit, preset, fields] : {std::tuple{"Inches", "Photo 4x6 inches", "4x6"},
+                                        {"Pixels", "Custom", "576x288"},
                                         {"Inches", "Custom", "6.x3."}}) {
         model_->ChooseUnit(unit);
-        EXPECT_EQ(model_->Preset() + " " + model_->WidthText() + "x" + model_->HeightText(), std::string(preset) + " " + fields);
+        EXPECT_EQ(model_->Preset() + " " + model_->WidthText() + "x" + model_->HeightText(),
+                  std::string(preset) + " " + fields);
     }
     model_->TypeHeight("abc");  // half-typed: the size stays
     EXPECT_EQ(model_->NewHeight(), 288);

@@ -13,7 +13,9 @@ public:
         steps.push_back("main window, " + std::to_string(messages_.Shown().size()) + " messages");
         return editor_;
     }
-    void LayOut() override { steps.push_back("lay out " + editor_.Unit() + " " + editor_.WidthText() + "x" + editor_.HeightText()); }
+    void LayOut() override {
+        steps.push_back("lay out " + editor_.Unit() + " " + editor_.WidthText() + "x" + editor_.HeightText());
+    }
     void OpenUpdateCheck() override { steps.push_back("update check"); }
     WelcomeChoice ShowWelcome(EditorModel&) override { return steps.push_back("welcome"), choice; }
     std::vector<std::string> steps;
@@ -46,7 +48,8 @@ TEST_F(StartUpTest, FirstStartAsksAboutUpdatesOnceAndShowsTheWelcome) {
     EXPECT_EQ(GetSetting(kAppName, "Version", "Version") + " " + GetSetting(kAppName, "Version", "Ver"), "2.013 0");
     ASSERT_EQ(messages_.Shown().size(), 1u);
     EXPECT_EQ(messages_.Shown()[0].text, "Would you like to check for updates to the latest version?");
-    EXPECT_EQ(std::tuple(messages_.Shown()[0].title, messages_.Shown()[0].buttons), std::tuple("Update?", MsgButtons::YesNo));
+    EXPECT_EQ(std::tuple(messages_.Shown()[0].title, messages_.Shown()[0].buttons),
+              std::tuple("Update?", MsgButtons::YesNo));
     EXPECT_EQ(GetSetting(kAppName, "Update", "FirstRun"), "1");
     EXPECT_EQ(host_->steps, (std::vector<std::string>{"main window, 0 messages", "lay out Inches 6x4", "update check",
                                                      "welcome"}));

@@ -42,15 +42,18 @@ const EditCase kEdits[] = {
      "[Main]\nLast Path=/home/b\nMaximized=0\n\n[Recent Files]\nFile 1=/p/one.jpg\n"},
     {kMain, "Main", "Absent", "dflt", "main", "Window Position", "1,2,3,4", true,
      "[Main]\nLast Path=/home/a\nMaximized=0\nWindow Position=1,2,3,4\n\n[Recent Files]\nFile 1=/p/one.jpg\n"},
-    {kMain, "Main", "Maximized", "0", "Extra", "Key", "v", true, "[Main]\nLast Path=/home/a\nMaximized=0\n\n"
+    {kMain, "Main", "Maximized", "0", "Extra", "Key", "v", true,
+     "[Main]\nLast Path=/home/a\nMaximized=0\n\n"
      "[Recent Files]\nFile 1=/p/one.jpg\n\n[Extra]\nKey=v\n"},
     // An absent key deletes the section (its comments too), an absent value the key.
     {kDelete, "Gone", "B", "2", "GONE", nullptr, nullptr, true, "; top\n[Keep]\nA=1\n[Keep2]\nC=3\nD=4\n"},
-    {kDelete, "Keep", "A", "1", "Keep2", "c", nullptr, true, "; top\n[Keep]\nA=1\n[Gone]\n; belongs to Gone\nB=2\n[Keep2]\nD=4\n"},
+    {kDelete, "Keep", "A", "1", "Keep2", "c", nullptr, true,
+     "; top\n[Keep]\nA=1\n[Gone]\n; belongs to Gone\nB=2\n[Keep2]\nD=4\n"},
     // Garbage, cut-off and empty files read as defaults and survive a write.
     {kGarbage, "Main", "Last Path", "/x", "Main", "Maximized", "1", true, nullptr},
     {kGarbage, "Main", "Key", "dflt", "Main", "Maximized", "1", true, nullptr},
-    {"[Main]\nLast Pa", "Main", "Last Path", "dflt", "Main", "Last Path", "/y", true, "[Main]\nLast Path=/y\nLast Pa\n"},
+    {"[Main]\nLast Pa", "Main", "Last Path", "dflt", "Main", "Last Path", "/y", true,
+     "[Main]\nLast Path=/y\nLast Pa\n"},
     {"[Ma", "Main", "K", "dflt", "Main", "K", "v", true, "[Ma\n\n[Main]\nK=v\n"},
     {"", "Main", "K", "dflt", "Main", "K", "v", true, "[Main]\nK=v\n"},
     {"[Main]\r\nA=1\r\n", "Main", "A", "1", "Main", "B", "2", true, "[Main]\r\nA=1\r\nB=2\r\n"},

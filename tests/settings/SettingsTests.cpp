@@ -112,7 +112,8 @@ TEST_F(SettingsStore, MessageOnceStaysSilentOnceTickedButOnlyForKindsSpeltExactl
     // A misspelt kind does not read the setting, so the box still shows; its tick is still kept.
     box.Clear();
     ASSERT_TRUE(SaveSetting("Quorbel", "Settings", "Silenced", "1"));
-    for (const std::string_view kind : {std::string_view("MsgboxOK"), std::string_view("helptip"), kMessageOnceNoShowHide})
+    for (const std::string_view kind :
+         {std::string_view("MsgboxOK"), std::string_view("helptip"), kMessageOnceNoShowHide})
         EXPECT_TRUE(show(kind, "Silenced")) << kind;
     ASSERT_EQ(box.Shown().size(), 3u);
     EXPECT_TRUE(box.Shown()[0].noShowTick);

@@ -25,8 +25,11 @@ FitRequest Request(double kb, int maxW, int maxH, int minW, int minH, std::strin
 
 TEST(FitToFileSize, LimitsCountThousandsOfBytesAndQualityStepsAreTheNamedOnes) {
     // 0.0015 KB is 1.5 bytes, rounded down.
-    for (auto [size, unit, bytes] : {std::tuple{100.0, FileSizeUnit::KB, 100000}, {1.5, FileSizeUnit::MB, 1500000},
-                                     {0.0015, FileSizeUnit::KB, 1}, {0.0005, FileSizeUnit::KB, 0}, {-3.0, FileSizeUnit::MB, 0}})
+    for (auto [size, unit, bytes] : {std::tuple{100.0, FileSizeUnit::KB, 100000},
+                                     {1.5, FileSizeUnit::MB, 1500000},
+                                     {0.0015, FileSizeUnit::KB, 1},
+                                     {0.0005, FileSizeUnit::KB, 0},
+                                     {-3.0, FileSizeUnit::MB, 0}})
         EXPECT_EQ(LimitBytes(size, unit), bytes) << size;
     for (auto [from, to] : {std::pair{97, 95}, {95, 85}, {80, 75}, {51, 50}}) EXPECT_EQ(NextQualityBelow(from), to);
     EXPECT_EQ(NextQualityBelow(50), std::nullopt);
@@ -122,16 +125,25 @@ TEST(FitToFileSize, SearchesEndAsTheRulesSay) {
         EXPECT_EQ(box.Texts(), c.messages);
         EXPECT_EQ(r.picture.hDIB(), c.status == FitStatus::Fitted);
         ASSERT_GE(r.trials.size(), c.qualities.size());
-        if (c.trials) EXPECT_EQ(r.trials.size(), c.trials);
+        if (c.trials) {
+            EXPECT_EQ(r.trials.size(), c.trials);
+        }
         for (size_t i = 0; i < r.trials.size(); ++i) {
             const FitTrial& t = r.trials[i];
-            if (i < c.qualities.size()) EXPECT_EQ(std::pair(t.quality, t.width), std::pair(c.qualities[i], r.trials[0].width)) << i;
-            if (i > 0) EXPECT_LE(t.width, r.trials[i - 1].width) << i;  // never grows back
+            if (i < c.qualities.size()) {
+                EXPECT_EQ(std::pair(t.quality, t.width), std::pair(c.qualities[i], r.trials[0].width)) << i;
+            }
+            // never grows back
+            if (i > 0) {
+                EXPECT_LE(t.width, r.trials[i - 1].width) << i;
+            }
             EXPECT_FALSE(t.fits && c.status != FitStatus::Fitted) << i;
             EXPECT_TRUE(t.width >= std::get<0>(c.last) && t.height >= std::get<1>(c.last)) << i;
         }
         EXPECT_EQ(std::tuple(r.trials.back().width, r.trials.back().height, r.trials.back().quality), c.last);
-        if (r.picture.hDIB()) EXPECT_EQ(SizeOf(r.picture), std::pair(std::get<0>(c.last), std::get<1>(c.last)));
+        if (r.picture.hDIB()) {
+            EXPECT_EQ(SizeOf(r.picture), std::pair(std::get<0>(c.last), std::get<1>(c.last)));
+        }
     }
 }
 

@@ -56,8 +56,10 @@ TEST(SizePresetChecks, AddChecksComeInOrderWithTheirMessages) {
     for (const auto& [name, width, height, message] : cases)
         EXPECT_EQ(CheckNewPreset(name, width, height), message) << name << " " << width << "x" << height;
 
-    for (auto [name, kind] : {std::pair{"ORIGINAL SIZE", SpecialPreset::OriginalSize}, {"custom", SpecialPreset::Custom},
-                              {"Fit Screen", SpecialPreset::FitScreen}, {"Fit Screen 2", SpecialPreset::None}})
+    for (auto [name, kind] : {std::pair{"ORIGINAL SIZE", SpecialPreset::OriginalSize},
+                              {"custom", SpecialPreset::Custom},
+                              {"Fit Screen", SpecialPreset::FitScreen},
+                              {"Fit Screen 2", SpecialPreset::None}})
         EXPECT_EQ(ClassifyPreset(name), kind) << name;
 }
 
@@ -75,8 +77,9 @@ TEST_F(SizePresets, ReorderedListKeepsItsOrderAfterSaving) {
     // As at the next start of the program; saving stores each row under its own name.
     const Keys keys = PresetKeys();
     ASSERT_EQ(keys.size(), 39u);
-    EXPECT_EQ((Keys{keys[0], keys[1], keys[15], keys[36], keys[37], keys[38]}),
-              (Keys{"Custom", "Original Size", "Web 640x480", "Wall paper 1280x1024", "Wall paper 1280x720", "Passport"}));
+    EXPECT_EQ(
+        (Keys{keys[0], keys[1], keys[15], keys[36], keys[37], keys[38]}),
+        (Keys{"Custom", "Original Size", "Web 640x480", "Wall paper 1280x1024", "Wall paper 1280x720", "Passport"}));
     EXPECT_EQ(LoadPresetList(), list);
 }
 
@@ -97,7 +100,8 @@ TEST_F(SizePresets, ResetAsksFirstThenRestoresTheShippedList) {
     EXPECT_EQ(box.Shown()[0].text,
               "Resetting the sizes back to original will remove all your custom settings \r\n"
               "Are you sure you want to continue?");
-    EXPECT_EQ(std::pair(box.Shown()[0].buttons, box.Shown()[0].icon), std::pair(MsgButtons::YesNo, MsgIcon::Exclamation));
+    EXPECT_EQ(std::pair(box.Shown()[0].buttons, box.Shown()[0].icon),
+              std::pair(MsgButtons::YesNo, MsgIcon::Exclamation));
 }
 
 }  // namespace

@@ -40,7 +40,8 @@ TEST(Units, UnitsToWholePixelsRoundHalfToEven) {
         {1, "Characters", false, 8}, {1, "Characters", true, 16},
         {22.5, "Twips", false, 2},   {37.5, "Twips", false, 2},  // 1.5 and 2.5 px
         {640.5, "Pixels", false, 640}};
-    for (const auto& [value, unit, isHeight, px] : cases) EXPECT_EQ(UnitToPixels(value, unit, kTpp, isHeight), px) << value << unit;
+    for (const auto& [value, unit, isHeight, px] : cases)
+        EXPECT_EQ(UnitToPixels(value, unit, kTpp, isHeight), px) << value << unit;
     EXPECT_THROW(UnitToPixels(1e12, "Inches", kTpp, false), RuntimeError);
 }
 

@@ -42,7 +42,8 @@ TEST_F(PresetEditorWindow, ControlsReachTheModelAndItsRowsReachTheList) {
     for (const auto& [row, shown, del, up, down] : rows) {
         list->setCurrentItem(list->topLevelItem(row));
         EXPECT_EQ(Child<QLineEdit>(window, "txtAdd")->text().toStdString(), shown);
-        EXPECT_EQ(std::tuple(enabled("cmdDelete"), enabled("cmdMoveUp"), enabled("cmdMoveDown")), std::tuple(del, up, down))
+        EXPECT_EQ(std::tuple(enabled("cmdDelete"), enabled("cmdMoveUp"), enabled("cmdMoveDown")),
+                  std::tuple(del, up, down))
             << row;
     }
     Click(window, "cmdMoveUp");

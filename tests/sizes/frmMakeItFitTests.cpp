@@ -44,7 +44,8 @@ TEST_P(FitWindow, FieldsReachTheSearchAndItsEndComesBack) {
         window.show();
         const auto text = [&](const char* field) { return Child<QLineEdit>(window, field)->text().toStdString(); };
         // Without remembered sizes the maximum is the picture's own; the sizes follow the unit.
-        EXPECT_EQ(text("txtMaxWidth") + "x" + text("txtMaxHeight"), std::to_string(c.width) + "x" + std::to_string(c.height));
+        EXPECT_EQ(text("txtMaxWidth") + "x" + text("txtMaxHeight"),
+                  std::to_string(c.width) + "x" + std::to_string(c.height));
         Child<QComboBox>(window, "cboScale")->setCurrentText("Inches");
         EXPECT_EQ(text("txtMaxWidth") + "x" + text("txtMaxHeight"), c.inches);
         Child<QComboBox>(window, "cboScale")->setCurrentText("Pixels");
@@ -73,12 +74,16 @@ TEST_P(FitWindow, FieldsReachTheSearchAndItsEndComesBack) {
         if (c.stop) Click(window, "cmdCancel");
         ASSERT_TRUE(finished.count() > 0 || finished.wait(60000));
         EXPECT_FALSE(window.Searching());
-        if (!c.stop) EXPECT_GT(progressWhileSearching, 0);
+        if (!c.stop) {
+            EXPECT_GT(progressWhileSearching, 0);
+        }
 
         EXPECT_EQ(window.Result().has_value(), c.fitted);
         EXPECT_EQ(window.isVisible(), !c.fitted);
         EXPECT_EQ(box.Texts().size(), *c.box ? 1u : 0u);
-        if (!box.Texts().empty()) EXPECT_EQ(box.Texts()[0].rfind(c.box, 0), 0u) << box.Texts()[0];
+        if (!box.Texts().empty()) {
+            EXPECT_EQ(box.Texts()[0].rfind(c.box, 0), 0u) << box.Texts()[0];
+        }
         if (!c.fitted) {
             EXPECT_TRUE(Child<QPushButton>(window, "cmdGo")->isEnabled());
             Click(window, "cmdCancel");  // with no search running, Cancel closes
