@@ -4,10 +4,8 @@
 #include <QComboBox>
 #include <QLabel>
 
-#include "FreshSettings.h"
-#include "Pictures.h"
+#include "EditorFixture.h"
 #include "QtUi.h"
-#include "output/CodecRegistry.h"
 #include "output/JpegCodec.h"
 #include "settings/AppFolders.h"
 #include "settings/SettingsStore.h"
@@ -17,26 +15,15 @@
 
 namespace quorbel::test {
 
-class EditorWindowTest : public FreshSettings {
+// The fixture's codecs, settings and stand-in desktop programs; the windows make their own models.
+class EditorWindowTest : public EditorFixture {
 protected:
-    void SetUp() override {
-        FreshSettings::SetUp();
-        InitialiseDataFolder();
-        ASSERT_TRUE(StartCodecRegistry(token_, messages_));
-    }
-    void TearDown() override {
-        GdiplusShutdown(token_);
-        FreshSettings::TearDown();
-    }
     static bool WaitIdle(frmEditor& window) { return WaitUntil([&] { return !window.Model().Busy(); }, 60000); }
-
-    uintptr_t token_ = 0;
-    ScriptedMessageBox messages_;
-    UndoHistory undo_;
+    UndoHistory windowUndo_;
 };
 
 TEST_F(EditorWindowTest, TheMainWindowShowsTheModelAndPassesOnTheUsersMoves) {
-    frmEditor window(undo_, "/nonexistent-help");
+    frmEditor window(windowUndo_, help_.string());
     window.resize(1100, 720);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -84,14 +71,14 @@ TEST_F(EditorWindowTest, TheMainWindowShowsTheModelAndPassesOnTheUsersMoves) {
 }
 
 TEST_F(EditorWindowTest, TheWelcomeWindowsButtonsAndTickReachItsModel) {
-    frmEditor window(undo_, "/nonexistent-help");
+    frmEditor window(windowUndo_, help_.string());
     const std::tuple<QPushButton* frmWelcome::*, bool, WelcomeChoice, const char*> cases[] = {
         {&frmWelcome::cmdLastEdited, true, WelcomeChoice::LastEdited, "1"},
         {&frmWelcome::cmdClose, false, WelcomeChoice::None, "0"},
         {&frmWelcome::cmdOpen, true, WelcomeChoice::Open, "1"}};
     for (const auto& [button, tick, choice, show] : cases) {
         SaveSetting(kAppName, "Welcome", "Show", "1");
-        frmWelcome welcome(window.Model(), window.DesktopServices(), "/nonexistent-help", &window);
+        frmWelcome welcome(window.Model(), window.DesktopServices(), help_.string(), &window);
         EXPECT_EQ(welcome.chkShowWelcome->text(), "Show This Welcome Screen at Startup");
         EXPECT_TRUE(welcome.chkShowWelcome->isChecked());
         welcome.chkShowWelcome->setChecked(tick);
