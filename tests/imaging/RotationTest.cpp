@@ -2,7 +2,7 @@
 
 #include "core/RuntimeError.h"
 #include "imaging/RotateDC.h"
-#include "TestPictures.h"
+#include "Pictures.h"
 
 namespace quorbel {
 using namespace quorbel::test;
@@ -19,8 +19,8 @@ TEST(RotateDC, NinetyDegreesTakesNewXYFromSourceYAndHMinusX) {
     ASSERT_EQ(SizeOf(d), std::make_pair(h, w));
     for (int y = 0; y < w; ++y) {
         // The first column would come from the row one past the bottom: it stays black.
-        EXPECT_EQ(Pixel(d, 0, y), 0u);
-        for (int x = 1; x < h; ++x) EXPECT_EQ(Pixel(d, x, y), Bgr(y, h - x, y + h - x)) << x << "," << y;
+        EXPECT_EQ(At(d, 0, y), Px{});
+        for (int x = 1; x < h; ++x) EXPECT_EQ(At(d, x, y), Rgb(y + h - x, h - x, y)) << x << "," << y;
     }
 }
 
@@ -31,18 +31,18 @@ TEST(RotateDC, HalfAndThreeQuarterTurnsFollowTheWholeNumberSineAndCosine) {
     cDib half = Numbered(w, h);
     ASSERT_TRUE(RotateByDegrees(half, 180));
     ASSERT_EQ(SizeOf(half), std::make_pair(w, h));
-    EXPECT_EQ(Pixel(half, 0, 1), 0u);
-    EXPECT_EQ(Pixel(half, 2, 0), 0u);
-    EXPECT_EQ(Pixel(half, 1, 1), Bgr(3, 2, 5));
-    EXPECT_EQ(Pixel(half, 3, 2), Bgr(1, 1, 2));
+    EXPECT_EQ(At(half, 0, 1), Px{});
+    EXPECT_EQ(At(half, 2, 0), Px{});
+    EXPECT_EQ(At(half, 1, 1), Rgb(5, 2, 3));
+    EXPECT_EQ(At(half, 3, 2), Rgb(2, 1, 1));
 
     // 270 degrees: 5 radians, s = -1, c = 0: minX = 0, minY = -w; new (x, y) = (w - y, x).
     cDib three = Numbered(w, h);
     ASSERT_TRUE(RotateByDegrees(three, 270));
     ASSERT_EQ(SizeOf(three), std::make_pair(h, w));
-    EXPECT_EQ(Pixel(three, 0, 0), 0u);
-    EXPECT_EQ(Pixel(three, 0, 1), Bgr(3, 0, 3));
-    EXPECT_EQ(Pixel(three, 2, 3), Bgr(1, 2, 3));
+    EXPECT_EQ(At(three, 0, 0), Px{});
+    EXPECT_EQ(At(three, 0, 1), Rgb(3, 0, 3));
+    EXPECT_EQ(At(three, 2, 3), Rgb(3, 2, 1));
 }
 
 TEST(RotateDC, SizesAndTheDegenerateCases) {
@@ -53,9 +53,9 @@ TEST(RotateDC, SizesAndTheDegenerateCases) {
     cDib same = Numbered(5, 2);
     ASSERT_TRUE(RotateByDegrees(same, 0));
     EXPECT_EQ(same.Width(), 5);
-    EXPECT_EQ(Pixel(same, 4, 1), Bgr(4, 1, 5));
+    EXPECT_EQ(At(same, 4, 1), Rgb(5, 1, 4));
     ASSERT_TRUE(RotateByDegrees(same, 360));
-    EXPECT_EQ(Pixel(same, 2, 0), Bgr(2, 0, 2));
+    EXPECT_EQ(At(same, 2, 0), Rgb(2, 0, 2));
 
     // 45 degrees is 1 radian: sine and cosine both round to 1, a shear, not a diagonal.
     const TurnedBox box = TurnedBounds(5, 2, 1, 1);
@@ -73,13 +73,13 @@ TEST(Orientation, FlipsMirrorAndTwiceGiveBackTheStart) {
     cDib d = Numbered(5, 3);
     d.Orientation(true, false, false);
     for (int y = 0; y < 3; ++y)
-        for (int x = 0; x < 5; ++x) ASSERT_EQ(Pixel(d, x, y), Bgr(4 - x, y, 4 - x + y));
+        for (int x = 0; x < 5; ++x) ASSERT_EQ(At(d, x, y), Rgb(4 - x + y, y, 4 - x));
     d.Orientation(true, false, false);
     d.Orientation(false, true, false);
-    for (int x = 0; x < 5; ++x) ASSERT_EQ(Pixel(d, x, 0), Bgr(x, 2, x + 2));
+    for (int x = 0; x < 5; ++x) ASSERT_EQ(At(d, x, 0), Rgb(x + 2, 2, x));
     d.Orientation(false, true, false);
     for (int y = 0; y < 3; ++y)
-        for (int x = 0; x < 5; ++x) ASSERT_EQ(Pixel(d, x, y), Bgr(x, y, x + y));
+        for (int x = 0; x < 5; ++x) ASSERT_EQ(At(d, x, y), Rgb(x + y, y, x));
 }
 
 TEST(Orientation, OnePixelWideOrHighPicturesFlip) {
@@ -87,8 +87,8 @@ TEST(Orientation, OnePixelWideOrHighPicturesFlip) {
     column.Orientation(true, true, false);
     row.Orientation(true, true, false);
     for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(Pixel(column, 0, i), Bgr(0, 3 - i, 3 - i));
-        EXPECT_EQ(Pixel(row, i, 0), Bgr(3 - i, 0, 3 - i));
+        EXPECT_EQ(At(column, 0, i), Rgb(3 - i, 3 - i, 0));
+        EXPECT_EQ(At(row, i, 0), Rgb(3 - i, 0, 3 - i));
     }
 }
 
@@ -99,7 +99,7 @@ TEST(Orientation, TheQuarterTurnGoesClockwiseAndKeepsEveryPixel) {
     d.Orientation(false, false, true, [&](int p) { progress.push_back(p); });
     ASSERT_EQ(SizeOf(d), std::make_pair(h, w));
     for (int y = 0; y < w; ++y)
-        for (int x = 0; x < h; ++x) ASSERT_EQ(Pixel(d, x, y), Bgr(y, h - 1 - x, y + h - 1 - x));
+        for (int x = 0; x < h; ++x) ASSERT_EQ(At(d, x, y), Rgb(y + h - 1 - x, h - 1 - x, y));
     ASSERT_FALSE(progress.empty());
     EXPECT_EQ(progress.back(), 100);
     EXPECT_TRUE(std::is_sorted(progress.begin(), progress.end()));
@@ -109,13 +109,13 @@ TEST(Orientation, TheQuarterTurnGoesClockwiseAndKeepsEveryPixel) {
     a.Orientation(false, false, true);
     RotateByDegrees(b, 90);
     for (int y = 0; y < 6; ++y)
-        for (int x = 1; x < 4; ++x) EXPECT_EQ(Pixel(b, x, y), Pixel(a, x - 1, y));
+        for (int x = 1; x < 4; ++x) EXPECT_EQ(At(b, x, y), At(a, x - 1, y));
 
     // Four quarter turns come back to the start.
     cDib e = Numbered(9, 5);
     for (int i = 0; i < 4; ++i) e.Orientation(false, false, true);
     for (int y = 0; y < 5; ++y)
-        for (int x = 0; x < 9; ++x) ASSERT_EQ(Pixel(e, x, y), Bgr(x, y, x + y));
+        for (int x = 0; x < 9; ++x) ASSERT_EQ(At(e, x, y), Rgb(x + y, y, x));
 }
 
 }  // namespace quorbel

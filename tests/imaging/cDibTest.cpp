@@ -5,7 +5,7 @@
 #include "core/RuntimeError.h"
 #include "imaging/DecodedPicture.h"
 #include "imaging/cDib.h"
-#include "TestPictures.h"
+#include "Pictures.h"
 
 namespace quorbel {
 using namespace quorbel::test;
@@ -19,7 +19,7 @@ TEST(cDib, CreateFillsEveryPixelWithTheBackgroundAndDescribesItself) {
     EXPECT_EQ((std::array<uint32_t, 4>{hdr.biSize, uint32_t(hdr.biBitCount), uint32_t(hdr.biPlanes), hdr.biCompression}),
               (std::array<uint32_t, 4>{40, 32, 1, 0}));
     for (int y = 0; y < 2; ++y)
-        for (int x = 0; x < 3; ++x) EXPECT_EQ(Pixel(d, x, y), Bgr(30, 20, 10)) << x << "," << y;  // fourth byte 0
+        for (int x = 0; x < 3; ++x) EXPECT_EQ(At(d, x, y), Rgb(10, 20, 30)) << x << "," << y;  // fourth byte 0
 }
 
 TEST(cDib, RowsAreTopDownWhileMemoryIsBottomUp) {
@@ -27,7 +27,7 @@ TEST(cDib, RowsAreTopDownWhileMemoryIsBottomUp) {
     // The first bytes in memory are the bottom row (y = 2).
     EXPECT_EQ(d.lpBits()[1], 2);
     EXPECT_EQ(d.Row(0), d.lpBits() + 2 * 8);
-    EXPECT_EQ(Pixel(d, 1, 0), Bgr(1, 0, 1));
+    EXPECT_EQ(At(d, 1, 0), Rgb(1, 0, 1));
 }
 
 TEST(cDib, ZeroOrNegativeSizeGivesAnEmptyBufferAndPaintingDoesNothing) {
@@ -44,7 +44,7 @@ TEST(cDib, ZeroOrNegativeSizeGivesAnEmptyBufferAndPaintingDoesNothing) {
     empty.Orientation(true, true, true);
     empty.LoadBlt(target.View(), 0, 0);
     EXPECT_FALSE(empty.hDIB());
-    EXPECT_EQ(Pixel(target, 0, 0), Bgr(3, 2, 1));
+    EXPECT_EQ(At(target, 0, 0), Rgb(1, 2, 3));
 }
 
 TEST(cDib, AByteCountBeyondTheSignedRangeRaisesOverflowBeforeAllocating) {
@@ -67,26 +67,23 @@ TEST(cDib, LoadBltCopiesTheBuffersSizeFromTheSourceOffset) {
     cDib d;
     d.Create(2, 2, 0);
     d.LoadBlt(src.View(), 1, 2);
-    EXPECT_EQ(Pixel(d, 0, 0), Pixel(src, 1, 2));
-    EXPECT_EQ(Pixel(d, 1, 1), Pixel(src, 2, 3));
+    EXPECT_EQ(At(d, 0, 0), At(src, 1, 2));
+    EXPECT_EQ(At(d, 1, 1), At(src, 2, 3));
     // Past the source's edge nothing is copied.
     cDib e;
     e.Create(2, 2, RGBColor(9, 9, 9));
     e.LoadBlt(src.View(), 3, 3);
-    EXPECT_EQ(Pixel(e, 0, 0), Pixel(src, 3, 3));
-    EXPECT_EQ(Pixel(e, 1, 1), Bgr(9, 9, 9));
+    EXPECT_EQ(At(e, 0, 0), At(src, 3, 3));
+    EXPECT_EQ(At(e, 1, 1), Rgb(9, 9, 9));
 }
 
 TEST(cDib, LoadDIBBltStretchesTheOtherBufferOntoTheWholeOfThisOne) {
-    cDib small;
-    small.Create(2, 1, 0);
-    SetPixel(small, 0, 0, Bgr(1, 1, 1));
-    SetPixel(small, 1, 0, Bgr(2, 2, 2));
+    const cDib small = Make(2, 1, [](int x, int) { return Grey(uint8_t(x + 1)); });
     cDib d;
     d.Create(4, 2, 0);
     d.LoadDIBBlt(small);
     for (int y = 0; y < 2; ++y)
-        for (int x = 0; x < 4; ++x) EXPECT_EQ(Pixel(d, x, y), x < 2 ? Bgr(1, 1, 1) : Bgr(2, 2, 2)) << x << "," << y;
+        for (int x = 0; x < 4; ++x) EXPECT_EQ(At(d, x, y), Grey(x < 2 ? 1 : 2)) << x << "," << y;
 }
 
 TEST(cDib, PaintWithZoomRepeatsEachPixelAndChecksTheExtent) {
@@ -94,11 +91,11 @@ TEST(cDib, PaintWithZoomRepeatsEachPixelAndChecksTheExtent) {
     cDib target;
     target.Create(5, 5, RGBColor(7, 7, 7));
     src.Paint(target.hDC(), 1, 1, 2);
-    EXPECT_EQ(Pixel(target, 0, 0), Bgr(7, 7, 7));
-    EXPECT_EQ(Pixel(target, 1, 1), Pixel(src, 0, 0));
-    EXPECT_EQ(Pixel(target, 2, 2), Pixel(src, 0, 0));
-    EXPECT_EQ(Pixel(target, 3, 2), Pixel(src, 1, 0));
-    EXPECT_EQ(Pixel(target, 4, 4), Pixel(src, 1, 1));
+    EXPECT_EQ(At(target, 0, 0), Rgb(7, 7, 7));
+    EXPECT_EQ(At(target, 1, 1), At(src, 0, 0));
+    EXPECT_EQ(At(target, 2, 2), At(src, 0, 0));
+    EXPECT_EQ(At(target, 3, 2), At(src, 1, 0));
+    EXPECT_EQ(At(target, 4, 4), At(src, 1, 1));
     EXPECT_THROW(src.Paint(target.hDC(), 0, 0, 1 << 30), RuntimeError);
 }
 
@@ -107,47 +104,42 @@ TEST(cDib, StretchUsesTheGivenModeAndPutsTheTargetsModeBack) {
     // monochrome modes keep the dark or the light one.
     cDib src;
     src.Create(2, 1, 0);
-    SetPixel(src, 1, 0, Bgr(200, 100, 50));
+    Put(src, 1, 0, Rgb(50, 100, 200));
     cDib t;
     t.Create(1, 1, 0);
     t.hDC().stretchMode = StretchMode::ColorOnColor;
     src.Stretch(t.hDC(), 0, 0, 1, 1, 0, 0, 2, 1, StretchMode::Halftone);
-    EXPECT_EQ(Pixel(t, 0, 0), Bgr(100, 50, 25));
+    EXPECT_EQ(At(t, 0, 0), Rgb(25, 50, 100));
     EXPECT_EQ(t.hDC().stretchMode, StretchMode::ColorOnColor);
     src.Stretch(t.hDC(), 0, 0, 1, 1, 0, 0, 2, 1, StretchMode::BlackOnWhite);
-    EXPECT_EQ(Pixel(t, 0, 0), Bgr(0, 0, 0));
+    EXPECT_EQ(At(t, 0, 0), Rgb(0, 0, 0));
     src.Stretch(t.hDC(), 0, 0, 1, 1, 0, 0, 2, 1, StretchMode::WhiteOnBlack);
-    EXPECT_EQ(Pixel(t, 0, 0), Bgr(200, 100, 50));
+    EXPECT_EQ(At(t, 0, 0), Rgb(50, 100, 200));
 }
 
 TEST(cDib, GetBestFitInfoKeepsTheAspectAndCentres) {
-    cDib d;
-    int32_t l, t, w, h;
-    d.Create(400, 300, 0);
-    d.GetBestFitInfo(200, 200, false, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{0, 25, 200, 150}));
-
-    d.Create(100, 50, 0);
-    d.GetBestFitInfo(200, 200, false, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{0, 0, 100, 50}));
-    d.GetBestFitInfo(200, 200, true, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{0, 50, 200, 100}));
-
-    d.Create(300, 300, 0);
-    d.GetBestFitInfo(200, 100, false, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{50, 0, 100, 100}));
-
-    // A square into a square box: equal ratios take the height branch, width = RY × W.
-    d.Create(7, 7, 0);
-    d.GetBestFitInfo(3, 3, false, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{0, 0, 3, 3}));
-    // Heights of 1.5 and 2.5 both round to 2 (halves to even), then centre in the box.
-    d.Create(4, 3, 0);
-    d.GetBestFitInfo(2, 10, true, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{0, 4, 2, 2}));
-    d.Create(4, 5, 0);
-    d.GetBestFitInfo(2, 10, false, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{0, 4, 2, 2}));
+    const struct {
+        int w, h, boxW, boxH;
+        bool enlarge;
+        std::array<int32_t, 4> fit;  // left, top, width, height
+    } cases[] = {
+        {400, 300, 200, 200, false, {0, 25, 200, 150}},
+        {100, 50, 200, 200, false, {0, 0, 100, 50}},
+        {100, 50, 200, 200, true, {0, 50, 200, 100}},
+        {300, 300, 200, 100, false, {50, 0, 100, 100}},
+        // A square into a square box: equal ratios take the height branch, width = RY × W.
+        {7, 7, 3, 3, false, {0, 0, 3, 3}},
+        // Heights of 1.5 and 2.5 both round to 2 (halves to even), then centre in the box.
+        {4, 3, 2, 10, true, {0, 4, 2, 2}},
+        {4, 5, 2, 10, false, {0, 4, 2, 2}},
+    };
+    for (const auto& c : cases) {
+        cDib d;
+        d.Create(c.w, c.h, 0);
+        std::array<int32_t, 4> fit{};
+        d.GetBestFitInfo(c.boxW, c.boxH, c.enlarge, fit[0], fit[1], fit[2], fit[3]);
+        EXPECT_EQ(fit, c.fit) << c.w << "x" << c.h << " in " << c.boxW << "x" << c.boxH;
+    }
 }
 
 class FakePalette : public PaletteReceiver {
@@ -173,7 +165,7 @@ public:
 TEST(cDib, CreateFromStdPictureReportsTheSourceDepthAndHandsOverPaletteAndIndices) {
     DecodedPicture pic;
     pic.pixels.Create(3, 2, 0);
-    SetPixel(pic.pixels, 2, 0, Bgr(255, 255, 255));
+    Put(pic.pixels, 2, 0, Rgb(255, 255, 255));
     pic.bitsPerPixel = 1;
     pic.palette = {RgbQuad{0, 0, 0, 0}, RgbQuad{255, 255, 255, 0}};
     pic.indices = {0, 0, 1,   // top row
@@ -182,7 +174,7 @@ TEST(cDib, CreateFromStdPictureReportsTheSourceDepthAndHandsOverPaletteAndIndice
     FakePalette pal;
     FakeIndices idx;
     EXPECT_EQ(d.CreateFromStdPicture(&pic, &pal, &idx), 1);
-    EXPECT_EQ(Pixel(d, 2, 0), Bgr(255, 255, 255));
+    EXPECT_EQ(At(d, 2, 0), Rgb(255, 255, 255));
     ASSERT_EQ(pal.entries.size(), 2u);
     EXPECT_EQ(pal.entries[1], (RgbQuad{255, 255, 255, 0}));
     EXPECT_EQ(idx.bits, 1);
@@ -222,7 +214,7 @@ TEST(cDib, CreateFromStdPictureRefusesNoPictureIconsAndMetafilesLeavingTheBuffer
         EXPECT_EQ(d.CreateFromStdPicture(&icon), 0);
     }
     EXPECT_EQ(d.Width(), 1);
-    EXPECT_EQ(Pixel(d, 0, 0), Bgr(3, 2, 1));
+    EXPECT_EQ(At(d, 0, 0), Rgb(1, 2, 3));
 }
 
 }  // namespace quorbel
