@@ -2,7 +2,7 @@
 #include <filesystem>
 
 #include "EditorFixture.h"
-#include "../output/ExifTestFiles.h"
+#include "ExifTestFiles.h"
 #include "metadata/ExifFacts.h"
 #include "output/JpegCodec.h"
 #include "output/FileBytes.h"

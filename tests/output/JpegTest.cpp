@@ -5,7 +5,9 @@
 #include <chrono>
 #include <tuple>
 
-#include "TestPictures.h"
+#include "Pictures.h"
+#include "Scratch.h"
+#include "core/MessageBox.h"
 #include "core/ProgramData.h"
 #include "core/RuntimeError.h"
 #include "imaging/cDIBSection.h"
@@ -52,9 +54,9 @@ TEST(Jpeg, RoundTripsEveryRowPaddingUpright) {
         std::vector<uint8_t> bytes;
         ASSERT_TRUE(SaveJPGToBytes(Section(original), bytes, 97));
         cDIBSection loaded;
-        RecordingMessages messages;
+        ScriptedMessageBox messages;
         ASSERT_TRUE(LoadJPGFromBytes(loaded, bytes, messages)) << w;
-        EXPECT_TRUE(messages.shown().empty());
+        EXPECT_TRUE(messages.Shown().empty());
         ASSERT_EQ(loaded.Width(), w);
         ASSERT_EQ(loaded.Height(), 23);
         // Green rises from top to bottom: a flipped decode would reverse it.
@@ -70,7 +72,7 @@ TEST(Jpeg, QualityIsPassedThrough) {
 }
 
 TEST(Jpeg, SaveErrorCarriesNumberSourceAndStatus) {
-    TempDir dir;
+    ScratchDir dir;
     cDIBSection section = Section(Gradient(8, 8));
     try {
         SaveJPG(section, (dir / "q0.jpg").string(), 101);  // the library accepts up to 100
@@ -92,7 +94,7 @@ TEST(Jpeg, SaveErrorCarriesNumberSourceAndStatus) {
 }
 
 TEST(Jpeg, OverwriteKeepsTimesAndReadOnlyAndFailureKeepsOldFile) {
-    TempDir dir;
+    ScratchDir dir;
     const auto target = dir / "été photo \xff.jpg";  // blank, non-ASCII and invalid UTF-8
     WriteBytes(target, {1, 2, 3});
     struct timespec times[2] = {{1000000000, 5}, {1100000000, 7}};  // access, modification
@@ -121,7 +123,7 @@ TEST(Jpeg, OverwriteKeepsTimesAndReadOnlyAndFailureKeepsOldFile) {
 }
 
 TEST(Jpeg, UnreadableHeadersShowTheMessageAndLeaveTheTarget) {
-    TempDir dir;
+    ScratchDir dir;
     const std::vector<uint8_t> good = JpegOf(Gradient(40, 30));
     std::vector<uint8_t> png = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 0, 0, 0, 13};
     std::vector<uint8_t> bomb = good;
@@ -134,17 +136,17 @@ TEST(Jpeg, UnreadableHeadersShowTheMessageAndLeaveTheTarget) {
 
     for (size_t i = 0; i < bad.size(); ++i) {
         cDIBSection target = Section(Gradient(5, 5));
-        RecordingMessages messages;
+        ScriptedMessageBox messages;
         EXPECT_FALSE(LoadJPGFromBytes(target, bad[i], messages)) << i;
-        ASSERT_EQ(messages.shown().size(), 1u) << i;
-        EXPECT_EQ(messages.shown()[0].text, "Failed to read JPG");
-        EXPECT_EQ(messages.shown()[0].icon, MsgIcon::Exclamation);
+        ASSERT_EQ(messages.Shown().size(), 1u) << i;
+        EXPECT_EQ(messages.Shown()[0].text, "Failed to read JPG");
+        EXPECT_EQ(messages.Shown()[0].icon, MsgIcon::Exclamation);
         EXPECT_EQ(target.Width(), 5);
     }
-    RecordingMessages messages;
+    ScriptedMessageBox messages;
     cDIBSection target;
     EXPECT_FALSE(LoadJPG(target, (dir / "missing.jpg").string(), messages));
-    EXPECT_EQ(messages.shown().size(), 1u);
+    EXPECT_EQ(messages.Shown().size(), 1u);
 }
 
 TEST(Jpeg, TruncatedDataGivesNoPictureAtAnyCut) {

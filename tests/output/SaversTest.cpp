@@ -3,7 +3,9 @@
 #include <deque>
 #include <functional>
 
-#include "TestPictures.h"
+#include "Pictures.h"
+#include "Scratch.h"
+#include "core/MessageBox.h"
 #include "output/CodecRegistry.h"
 #include "output/PictureFormat.h"
 #include "output/Savers.h"
@@ -46,10 +48,10 @@ protected:
     uintptr_t token = 0;
     cDib picture;
     OverwriteState state;
-    RecordingMessages messages;
+    ScriptedMessageBox messages;
     ScriptedAsker asker;
     SaveContext ctx;
-    TempDir dir;
+    ScratchDir dir;
 };
 
 TEST_F(SaverTest, NamesFollowEachSaversExtensions) {
@@ -59,17 +61,23 @@ TEST_F(SaverTest, NamesFollowEachSaversExtensions) {
     ClsSaveTIFF tif(ctx);
     clsSaveBMP bmp(ctx);
     clsSaveICO ico(ctx);
-    EXPECT_EQ(jpg.TargetPath("/p", "a"), "/p/a.jpg");
-    EXPECT_EQ(jpg.TargetPath("/p/", "a.JPG"), "/p/a.JPG");  // a trailing separator is not doubled
-    EXPECT_EQ(jpg.TargetPath("/p", "a.jpeg"), "/p/a.jpeg.jpg");
-    // GIF, PNG and TIFF compare with "jpg": .jpg stays, their own extension does not.
-    EXPECT_EQ(gif.TargetPath("/p", "a.jpg"), "/p/a.jpg");
-    EXPECT_EQ(gif.TargetPath("/p", "a.gif"), "/p/a.gif.gif");
-    EXPECT_EQ(png.TargetPath("/p", "a"), "/p/a.png");
-    EXPECT_EQ(tif.TargetPath("/p", "a.tif"), "/p/a.tif.tif");
-    EXPECT_EQ(bmp.TargetPath("/p", "a.BMP"), "/p/a.BMP");
-    EXPECT_EQ(ico.TargetPath("/p", "a.ico"), "/p/a.ico");
-    EXPECT_EQ(ico.TargetPath("/p", "a.bmp"), "/p/a.bmp.ico");
+    const struct {
+        SaverBase* saver;
+        const char *folder, *name, *path;
+    } cases[] = {
+        {&jpg, "/p", "a", "/p/a.jpg"},
+        {&jpg, "/p/", "a.JPG", "/p/a.JPG"},  // a trailing separator is not doubled
+        {&jpg, "/p", "a.jpeg", "/p/a.jpeg.jpg"},
+        // GIF, PNG and TIFF compare with "jpg": .jpg stays, their own extension does not.
+        {&gif, "/p", "a.jpg", "/p/a.jpg"},
+        {&gif, "/p", "a.gif", "/p/a.gif.gif"},
+        {&png, "/p", "a", "/p/a.png"},
+        {&tif, "/p", "a.tif", "/p/a.tif.tif"},
+        {&bmp, "/p", "a.BMP", "/p/a.BMP"},
+        {&ico, "/p", "a.ico", "/p/a.ico"},
+        {&ico, "/p", "a.bmp", "/p/a.bmp.ico"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(c.saver->TargetPath(c.folder, c.name), c.path) << c.name;
     EXPECT_STREQ(ico.TemporaryName(), "tmp.bmp");
     EXPECT_STREQ(tif.TemporaryName(), "tmp.tif");
 }
@@ -88,16 +96,16 @@ TEST_F(SaverTest, EachSaverWritesItsFormat) {
     EXPECT_EQ(DetectPictureFormat(ReadBytes(temp)), PictureFormat::Png);
     ASSERT_TRUE(png.SaveDirect((dir / "direct.png").string()));
     EXPECT_EQ(DetectPictureFormat(ReadBytes(dir / "direct.png")), PictureFormat::Jpeg);
-    EXPECT_TRUE(messages.shown().empty());
+    EXPECT_TRUE(messages.Shown().empty());
 }
 
 TEST_F(SaverTest, FactoryAlwaysSavesThroughTheJpegSaver) {
     EXPECT_EQ(clsSaveFactory(ctx, "GIF .gif").SaveFiletoSpecLoc(Folder(), "x"), (dir / "x.jpg").string());
     EXPECT_EQ(DetectPictureFormat(ReadBytes(dir / "x.jpg")), PictureFormat::Jpeg);
-    EXPECT_TRUE(messages.shown().empty());
+    EXPECT_TRUE(messages.Shown().empty());
     EXPECT_EQ(clsSaveFactory(ctx, "ICON .ico").SaveFiletoSpecLoc(Folder(), "i.ico"), (dir / "i.ico.jpg").string());
-    ASSERT_EQ(messages.shown().size(), 1u);
-    EXPECT_EQ(messages.shown()[0].text, "Cannot create icon image saving as bmp");
+    ASSERT_EQ(messages.Shown().size(), 1u);
+    EXPECT_EQ(messages.Shown()[0].text, "Cannot create icon image saving as bmp");
     EXPECT_EQ(DetectPictureFormat(ReadBytes(dir / "i.ico.jpg")), PictureFormat::Jpeg);
 }
 
@@ -170,8 +178,8 @@ TEST_F(SaverTest, RenameAsksAgainUntilTheNameIsFree) {
         q.SetRenameText("taken.jpg");
         q.Yes();
         EXPECT_FALSE(q.Closed());
-        ASSERT_EQ(messages.shown().size(), 1u);
-        EXPECT_EQ(messages.shown()[0].text, "File Exists please try another name.");
+        ASSERT_EQ(messages.Shown().size(), 1u);
+        EXPECT_EQ(messages.Shown()[0].text, "File Exists please try another name.");
         q.SetRenameText("fresh.jpg");
         q.Yes();
         EXPECT_TRUE(q.Closed());
@@ -227,9 +235,9 @@ TEST_F(SaverTest, AFailedWriteShowsTheMessage) {
     GdiplusShutdown(token);  // nothing can be written now
     clsSavePNG png(ctx);
     EXPECT_EQ(png.SaveFiletoSpecLoc(Folder(), "p"), "");
-    ASSERT_EQ(messages.shown().size(), 1u);
-    EXPECT_EQ(messages.shown()[0].text, "Failed to save the picture to the file: '" + (dir / "p.png").string() + "'");
-    EXPECT_EQ(messages.shown()[0].icon, MsgIcon::Exclamation);
+    ASSERT_EQ(messages.Shown().size(), 1u);
+    EXPECT_EQ(messages.Shown()[0].text, "Failed to save the picture to the file: '" + (dir / "p.png").string() + "'");
+    EXPECT_EQ(messages.Shown()[0].icon, MsgIcon::Exclamation);
     EXPECT_FALSE(std::filesystem::exists(dir / "p.png"));
 }
 

@@ -6,31 +6,27 @@
 #include <QRadioButton>
 #include <QTest>
 
-#include <filesystem>
-#include <fstream>
-
+#include "Scratch.h"
 #include "output/ui/frmWarning.h"
 
 namespace quorbel {
-namespace fs = std::filesystem;
-
 namespace {
+using namespace quorbel::test;
+
 struct Fixture {
-    Fixture() : dir(fs::temp_directory_path() / fs::path("quorbel-warning-" + std::to_string(::getpid()))) {
-        fs::create_directories(dir);
-        std::ofstream(dir / "photo.jpg") << "x";
+    Fixture() { WriteText(dir / "photo.jpg", "x"); }
+    // A question about photo.jpg, answered through its window.
+    WarningQuestion Question(OverwriteState& s) {
+        return WarningQuestion(s, messages, OverwriteQuestionText("photo.jpg"), (dir / "photo.jpg").string(), "photo.jpg");
     }
-    ~Fixture() { fs::remove_all(dir); }
-    fs::path dir;
+    ScratchDir dir;
     OverwriteState state;
     ScriptedMessageBox messages;
 };
-}  // namespace
 
 TEST(frmWarning, RenameShowsTheNameBoxDisablesYesToAllAndWritesUnderTheNewName) {
     Fixture f;
-    WarningQuestion q(f.state, f.messages, OverwriteQuestionText("photo.jpg"), (f.dir / "photo.jpg").string(),
-                      "photo.jpg");
+    WarningQuestion q = f.Question(f.state);
     frmWarning w(q, QImage());
     w.show();
     EXPECT_FALSE(w.txtRename->isVisibleTo(&w));
@@ -42,7 +38,7 @@ TEST(frmWarning, RenameShowsTheNameBoxDisablesYesToAllAndWritesUnderTheNewName) 
     EXPECT_FALSE(w.btnYesAll->isEnabled());
 
     // A name that exists is refused with its message and the window stays open.
-    std::ofstream(f.dir / "taken.jpg") << "y";
+    WriteText(f.dir / "taken.jpg", "y");
     QTest::keyClicks(w.txtRename, "taken.jpg");
     w.Yes->click();
     ASSERT_EQ(f.messages.Texts(), std::vector<std::string>{"File Exists please try another name."});
@@ -64,7 +60,7 @@ TEST(frmWarning, RenameShowsTheNameBoxDisablesYesToAllAndWritesUnderTheNewName) 
 
 TEST(frmWarning, YesToAllWithSkipChosenMeansNoToAll) {
     Fixture f;
-    WarningQuestion q(f.state, f.messages, "m", (f.dir / "photo.jpg").string(), "photo.jpg");
+    WarningQuestion q = f.Question(f.state);
     frmWarning w(q, QImage());
     w.show();
     w.optSkip->click();
@@ -75,14 +71,14 @@ TEST(frmWarning, YesToAllWithSkipChosenMeansNoToAll) {
     EXPECT_FALSE(f.state.WriteThis);
 
     OverwriteState fresh;
-    WarningQuestion q2(fresh, f.messages, "m", (f.dir / "photo.jpg").string(), "photo.jpg");
+    WarningQuestion q2 = f.Question(fresh);
     frmWarning w2(q2, QImage());
     w2.btnYesAll->click();
     EXPECT_TRUE(fresh.YesToAll);
     EXPECT_TRUE(fresh.WriteThis);
 
     OverwriteState third;
-    WarningQuestion q3(third, f.messages, "m", (f.dir / "photo.jpg").string(), "photo.jpg");
+    WarningQuestion q3 = f.Question(third);
     frmWarning w3(q3, QImage());
     w3.boolNoToAll->click();
     EXPECT_TRUE(third.NoToAll);
@@ -90,4 +86,5 @@ TEST(frmWarning, YesToAllWithSkipChosenMeansNoToAll) {
     EXPECT_EQ(w3.result(), QDialog::Accepted);
 }
 
+}  // namespace
 }  // namespace quorbel
