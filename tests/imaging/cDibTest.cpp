@@ -10,24 +10,24 @@
 namespace quorbel {
 using namespace quorbel::test;
 
-TEST(cDib, CreateFillsEveryPixelWithTheBackgroundAndDescribesItself) {
+cDib Blank(int w, int h, ColorRef background = 0) {
     cDib d;
-    ASSERT_TRUE(d.Create(3, 2, RGBColor(10, 20, 30)));
-    EXPECT_TRUE(d.hDIB());
+    d.Create(w, h, background);
+    return d;
+}
+
+TEST(cDib, CreateFillsEveryPixelWithTheBackgroundAndDescribesItself) {
+    const cDib d = Blank(3, 2, RGBColor(10, 20, 30));
+    ASSERT_TRUE(d.hDIB());
     EXPECT_EQ((std::array{d.Width(), d.Height(), d.BytesPerScanLine(), d.Size()}), (std::array{3, 2, 12, 24}));
     const auto& hdr = d.Header();
     EXPECT_EQ((std::array<uint32_t, 4>{hdr.biSize, uint32_t(hdr.biBitCount), uint32_t(hdr.biPlanes), hdr.biCompression}),
               (std::array<uint32_t, 4>{40, 32, 1, 0}));
-    for (int y = 0; y < 2; ++y)
-        for (int x = 0; x < 3; ++x) EXPECT_EQ(At(d, x, y), Rgb(10, 20, 30)) << x << "," << y;  // fourth byte 0
-}
-
-TEST(cDib, RowsAreTopDownWhileMemoryIsBottomUp) {
-    cDib d = Numbered(2, 3);
-    // The first bytes in memory are the bottom row (y = 2).
-    EXPECT_EQ(d.lpBits()[1], 2);
-    EXPECT_EQ(d.Row(0), d.lpBits() + 2 * 8);
-    EXPECT_EQ(At(d, 1, 0), Rgb(1, 0, 1));
+    EXPECT_TRUE(Same(d, Flat(3, 2, Rgb(10, 20, 30))));  // fourth byte 0
+    // Rows are top down while memory is bottom up: the first bytes are the bottom row's.
+    const cDib n = Numbered(2, 3);
+    EXPECT_EQ(n.lpBits()[1], 2);
+    EXPECT_EQ(n.Row(0), n.lpBits() + 2 * 8);
 }
 
 TEST(cDib, ZeroOrNegativeSizeGivesAnEmptyBufferAndPaintingDoesNothing) {
@@ -37,84 +37,61 @@ TEST(cDib, ZeroOrNegativeSizeGivesAnEmptyBufferAndPaintingDoesNothing) {
         EXPECT_FALSE(d.hDIB());
         EXPECT_EQ(d.lpBits(), nullptr);
     }
-    cDib empty, target;
-    target.Create(2, 2, RGBColor(1, 2, 3));
+    cDib empty, target = Blank(2, 2, RGBColor(1, 2, 3));
     empty.Paint(target.hDC(), 0, 0, 1);
     empty.Stretch(target.hDC(), 0, 0, 2, 2, 0, 0, 1, 1, StretchMode::Halftone);
     empty.Orientation(true, true, true);
     empty.LoadBlt(target.View(), 0, 0);
     EXPECT_FALSE(empty.hDIB());
-    EXPECT_EQ(At(target, 0, 0), Rgb(1, 2, 3));
+    EXPECT_TRUE(Same(target, Flat(2, 2, Rgb(1, 2, 3))));
 }
 
 TEST(cDib, AByteCountBeyondTheSignedRangeRaisesOverflowBeforeAllocating) {
-    cDib d;
-    d.Create(4, 4, 0);
+    cDib d = Blank(4, 4);
     try {
         d.Create(40000, 40000, 0);  // 6.4e9 bytes
         FAIL() << "no overflow raised";
     } catch (const RuntimeError& e) {
         EXPECT_EQ(e.Number(), kErrOverflow);
     }
-    // The old content was freed first, as Create always does.
-    EXPECT_FALSE(d.hDIB());
+    EXPECT_FALSE(d.hDIB());  // the old content was freed first, as Create always does
     // Fits in 32 bits but exceeds the pixel cap: refused like a failed allocation.
     EXPECT_FALSE(d.Create(65536, 2, 0));
 }
 
-TEST(cDib, LoadBltCopiesTheBuffersSizeFromTheSourceOffset) {
-    cDib src = Numbered(4, 4);
-    cDib d;
-    d.Create(2, 2, 0);
+TEST(cDib, LoadBltCopiesTheBuffersSizeFromTheSourceOffsetAndLoadDIBBltStretches) {
+    const cDib src = Numbered(4, 4);
+    cDib d = Blank(2, 2), e = Blank(2, 2, RGBColor(9, 9, 9));
     d.LoadBlt(src.View(), 1, 2);
-    EXPECT_EQ(At(d, 0, 0), At(src, 1, 2));
-    EXPECT_EQ(At(d, 1, 1), At(src, 2, 3));
-    // Past the source's edge nothing is copied.
-    cDib e;
-    e.Create(2, 2, RGBColor(9, 9, 9));
-    e.LoadBlt(src.View(), 3, 3);
-    EXPECT_EQ(At(e, 0, 0), At(src, 3, 3));
-    EXPECT_EQ(At(e, 1, 1), Rgb(9, 9, 9));
-}
+    EXPECT_TRUE(Same(d, Make(2, 2, [&](int x, int y) { return At(src, x + 1, y + 2); })));
+    e.LoadBlt(src.View(), 3, 3);  // past the source's edge nothing is copied
+    EXPECT_TRUE(Same(e, Make(2, 2, [&](int x, int y) { return x + y ? Grey(9) : At(src, 3, 3); })));
 
-TEST(cDib, LoadDIBBltStretchesTheOtherBufferOntoTheWholeOfThisOne) {
-    const cDib small = Make(2, 1, [](int x, int) { return Grey(uint8_t(x + 1)); });
-    cDib d;
-    d.Create(4, 2, 0);
-    d.LoadDIBBlt(small);
-    for (int y = 0; y < 2; ++y)
-        for (int x = 0; x < 4; ++x) EXPECT_EQ(At(d, x, y), Grey(x < 2 ? 1 : 2)) << x << "," << y;
+    cDib wide = Blank(4, 2);
+    wide.LoadDIBBlt(Make(2, 1, [](int x, int) { return Grey(uint8_t(x + 1)); }));
+    EXPECT_TRUE(Same(wide, Make(4, 2, [](int x, int) { return Grey(x < 2 ? 1 : 2); })));
 }
 
 TEST(cDib, PaintWithZoomRepeatsEachPixelAndChecksTheExtent) {
-    cDib src = Numbered(2, 2);
-    cDib target;
-    target.Create(5, 5, RGBColor(7, 7, 7));
+    const cDib src = Numbered(2, 2);
+    cDib target = Blank(5, 5, RGBColor(7, 7, 7));
     src.Paint(target.hDC(), 1, 1, 2);
-    EXPECT_EQ(At(target, 0, 0), Rgb(7, 7, 7));
-    EXPECT_EQ(At(target, 1, 1), At(src, 0, 0));
-    EXPECT_EQ(At(target, 2, 2), At(src, 0, 0));
-    EXPECT_EQ(At(target, 3, 2), At(src, 1, 0));
-    EXPECT_EQ(At(target, 4, 4), At(src, 1, 1));
+    EXPECT_TRUE(Same(target, Make(5, 5, [&](int x, int y) { return x && y ? At(src, (x - 1) / 2, (y - 1) / 2) : Grey(7); })));
     EXPECT_THROW(src.Paint(target.hDC(), 0, 0, 1 << 30), RuntimeError);
 }
 
 TEST(cDib, StretchUsesTheGivenModeAndPutsTheTargetsModeBack) {
-    // A 2 x 1 picture black and white, drawn into one pixel: halftone averages, the two
-    // monochrome modes keep the dark or the light one.
-    cDib src;
-    src.Create(2, 1, 0);
-    Put(src, 1, 0, Rgb(50, 100, 200));
-    cDib t;
-    t.Create(1, 1, 0);
+    // Black and a colour drawn into one pixel: halftone averages, the two monochrome modes
+    // keep the dark or the light one.
+    const cDib src = Make(2, 1, [](int x, int) { return x ? Rgb(50, 100, 200) : Px{}; });
+    cDib t = Blank(1, 1);
     t.hDC().stretchMode = StretchMode::ColorOnColor;
-    src.Stretch(t.hDC(), 0, 0, 1, 1, 0, 0, 2, 1, StretchMode::Halftone);
-    EXPECT_EQ(At(t, 0, 0), Rgb(25, 50, 100));
-    EXPECT_EQ(t.hDC().stretchMode, StretchMode::ColorOnColor);
-    src.Stretch(t.hDC(), 0, 0, 1, 1, 0, 0, 2, 1, StretchMode::BlackOnWhite);
-    EXPECT_EQ(At(t, 0, 0), Rgb(0, 0, 0));
-    src.Stretch(t.hDC(), 0, 0, 1, 1, 0, 0, 2, 1, StretchMode::WhiteOnBlack);
-    EXPECT_EQ(At(t, 0, 0), Rgb(50, 100, 200));
+    for (auto [mode, want] : {std::pair{StretchMode::Halftone, Rgb(25, 50, 100)}, {StretchMode::BlackOnWhite, Px{}},
+                              {StretchMode::WhiteOnBlack, Rgb(50, 100, 200)}}) {
+        src.Stretch(t.hDC(), 0, 0, 1, 1, 0, 0, 2, 1, mode);
+        EXPECT_EQ(At(t, 0, 0), want);
+        EXPECT_EQ(t.hDC().stretchMode, StretchMode::ColorOnColor);
+    }
 }
 
 TEST(cDib, GetBestFitInfoKeepsTheAspectAndCentres) {
@@ -204,8 +181,7 @@ TEST(cDib, CreateFromStdPictureReportsTheSourceDepthAndHandsOverPaletteAndIndice
 }
 
 TEST(cDib, CreateFromStdPictureRefusesNoPictureIconsAndMetafilesLeavingTheBuffer) {
-    cDib d;
-    d.Create(1, 1, RGBColor(1, 2, 3));
+    cDib d = Blank(1, 1, RGBColor(1, 2, 3));
     EXPECT_EQ(d.CreateFromStdPicture(nullptr), 0);
     DecodedPicture icon;
     icon.pixels.Create(16, 16, 0);

@@ -47,17 +47,23 @@ void ExpectLetters(const cDib& d, const Case& c, int tolerance) {
     }
 }
 
-// The turn itself, one pixel a letter: every pixel lands where the table puts its letter.
-TEST(Upright, EveryOrientationTurnsEachPixelIntoPlace) {
+// The turn itself, one pixel a letter, and for a paletted picture its colour indices too
+// (index i for stored letter i): everything lands where the table puts its letter.
+TEST(Upright, EveryOrientationTurnsEachPixelAndIndexIntoPlace) {
     const cDib stored = test::Numbered(3, 2);
     for (const Case& c : kCases) {
-        cDib d = test::Copy(stored);
-        ASSERT_TRUE(TurnUpright(d, c.orientation));
+        DecodedPicture picture;
+        picture.pixels = test::Copy(stored);
+        picture.indices = {0, 1, 2, 3, 4, 5};
+        ASSERT_TRUE(TurnUpright(picture, c.orientation));
         const cDib want = test::Make(c.w, c.h, [&](int x, int y) {
             const auto [sx, sy] = StoredAt(c.rows[y * c.w + x]);
             return test::At(stored, sx, sy);
         });
-        EXPECT_TRUE(test::Same(d, want)) << "orientation " << c.orientation;
+        EXPECT_TRUE(test::Same(picture.pixels, want)) << "orientation " << c.orientation;
+        std::vector<uint8_t> indices;
+        for (const char* letter = c.rows; *letter; ++letter) indices.push_back(uint8_t(*letter - 'a'));
+        EXPECT_EQ(picture.indices, indices) << "orientation " << c.orientation;
     }
     for (int nonsense : {0, 9, -1}) {
         cDib d = test::Copy(stored);
