@@ -83,9 +83,7 @@ TEST(Metadata, AvifOutputTakesTheBlocksWhileEncoding) {
 
 // A TIFF's own orientation tag is its EXIF orientation.
 TEST(Metadata, TiffOrientationTagTurnsItUpright) {
-    cDib stored = test::Flat(30, 20, {0, 255, 0});  // green, its top half red
-    for (int y = 0; y < 10; ++y)
-        for (int x = 0; x < 30; ++x) stored.Row(y)[x * 4 + 1] = 0, stored.Row(y)[x * 4 + 2] = 255;
+    const cDib stored = test::Make(30, 20, [](int, int y) { return y < 10 ? test::Rgb(255, 0, 0) : test::Rgb(0, 255, 0); });
     std::vector<uint8_t> tiff;
     ASSERT_TRUE(EncodeTiff(stored, 2, 24, tiff));
     tiff = test::Edited(tiff, [](Exiv2::Image& image) { image.exifData()["Exif.Image.Orientation"] = uint16_t(8); });
@@ -148,19 +146,26 @@ TEST(Metadata, BadMetadataIsLeftOutWithANote) {
     EXPECT_TRUE(fromHuge.HasMetadata());  // the EXIF is still good
 }
 
-// CMYK JPEGs store their inks inverted, as Photoshop writes them: stored (0, 255, 255, 255)
+// CMYK JPEGs store their inks inverted, as most editors write them: stored (0, 255, 255, 255)
 // is full cyan and no black, which shows as RGB (0, 255, 255); stored (255, 255, 255, 127)
 // is no ink and half black: grey 127.
-TEST(ColourProfile, CmykJpegShowsItsInks) {
-    const uint8_t cmyk[2 * 4] = {0, 255, 255, 255, 255, 255, 255, 127};
+// A one-row CMYK JPEG of the given inks, four bytes a pixel.
+std::vector<uint8_t> CmykJpeg(std::span<const uint8_t> inks) {
     tjhandle tj = tjInitCompress();
     unsigned char* jpeg = nullptr;
     unsigned long size = 0;
-    ASSERT_EQ(tjCompress2(tj, cmyk, 2, 8, 1, TJPF_CMYK, &jpeg, &size, TJSAMP_444, 100, 0), 0);
-    DecodedPicture d;
-    ASSERT_TRUE(DecodePicture(std::span<const uint8_t>(jpeg, size), d));
+    const int w = int(inks.size() / 4);
+    const bool ok = tjCompress2(tj, inks.data(), w, w * 4, 1, TJPF_CMYK, &jpeg, &size, TJSAMP_444, 100, 0) == 0;
+    std::vector<uint8_t> bytes(ok ? jpeg : nullptr, ok ? jpeg + size : nullptr);
     tjFree(jpeg);
     tjDestroy(tj);
+    return bytes;
+}
+
+TEST(ColourProfile, CmykJpegShowsItsInks) {
+    const uint8_t cmyk[2 * 4] = {0, 255, 255, 255, 255, 255, 255, 127};
+    DecodedPicture d;
+    ASSERT_TRUE(DecodePicture(CmykJpeg(cmyk), d));
     const uint8_t* p = d.pixels.Row(0);
     const int want[8] = {255, 255, 0, 0, 127, 127, 127, 0};  // cyan, then grey (blue, green, red, unused)
     for (int i : {0, 1, 2, 4, 5, 6}) EXPECT_NEAR(p[i], want[i], 3) << i;
@@ -212,14 +217,9 @@ std::vector<uint8_t> WithProfile(std::vector<uint8_t> jpeg, const std::vector<ui
 }
 
 TEST(ColourProfile, CmykJpegThroughItsOwnProfile) {
-    const uint8_t cyan[4] = {0, 255, 255, 255};  // Adobe's inverted ink
-    tjhandle tj = tjInitCompress();
-    unsigned char* out = nullptr;
-    unsigned long size = 0;
-    ASSERT_EQ(tjCompress2(tj, cyan, 1, 4, 1, TJPF_CMYK, &out, &size, TJSAMP_444, 100, 0), 0);
-    const std::vector<uint8_t> jpeg(out, out + size);
-    tjFree(out);
-    tjDestroy(tj);
+    const uint8_t cyan[4] = {0, 255, 255, 255};  // the inverted ink
+    const std::vector<uint8_t> jpeg = CmykJpeg(cyan);
+    ASSERT_FALSE(jpeg.empty());
     const std::vector<uint8_t> ink = InkProfile(), garbage(ink.size(), 0x5A);  // ink: 4 pieces
     const struct {
         std::vector<uint8_t> file;
