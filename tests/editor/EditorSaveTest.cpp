@@ -1,6 +1,6 @@
 #include <algorithm>
 #include "EditorFixture.h"
-#include "../output/ExifTestFiles.h"
+#include "ExifTestFiles.h"
 #include "metadata/ExifFacts.h"
 #include "output/JpegCodec.h"
 #include "output/FileBytes.h"
