@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "EffectsPictures.h"
+#include "Pictures.h"
 #include "imaging/cDIBDither.h"
 
 namespace quorbel {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-#include "EffectsPictures.h"
+#include "Pictures.h"
 #include "imaging/cDIBPal.h"
 
 namespace quorbel {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "EffectsPictures.h"
+#include "Pictures.h"
 #include "effects/Remap.h"
 #include "effects/Warp.h"
 
