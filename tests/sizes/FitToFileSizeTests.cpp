@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "../effects/EffectsPictures.h"
+#include "Pictures.h"
 #include "FitPictures.h"
 #include "core/MessageBox.h"
 #include "imaging/ResizeDib.h"
