@@ -4,7 +4,6 @@
 #include <array>
 
 #include "Pictures.h"
-#include "FitPictures.h"
 #include "core/MessageBox.h"
 #include "imaging/ResizeDib.h"
 #include "output/JpegCodec.h"
