@@ -1,5 +1,4 @@
 #include "EditorFixture.h"
-#include "effects/FilterList.h"
 #include "settings/AppFolders.h"
 #include "settings/SettingsStore.h"
 #include "editor/FolderPictures.h"
@@ -15,16 +14,14 @@ TEST_F(EditorCommandsTest, AnUnknownKeyDoesNothingAndExitEndsAtOnceEvenWithUnsav
     const size_t statuses = view_.statuses.size();
     for (const char* key : {"", "browse", "EXIT", "btnCreate ", "Save", "mnuNothing"})
         EXPECT_FALSE(model_->Dispatch(key)) << key;
-    EXPECT_TRUE(windows_.batches.empty() && windows_.calls.empty());
+    EXPECT_TRUE(windows_.batches.empty() && windows_.calls.empty() && !model_->ExitRequested());
     EXPECT_EQ(std::tuple(dialogs_.openRequests.size(), view_.statuses.size()), std::tuple(1u, statuses));
     EXPECT_EQ(ReadText(SettingsFile()), settings);
-    EXPECT_FALSE(model_->ExitRequested());
 
     model_->Dispatch("mnuBlur");
     ASSERT_TRUE(model_->Changed());
     EXPECT_TRUE(model_->Dispatch("Exit"));
-    EXPECT_TRUE(view_.exited);
-    EXPECT_TRUE(messages_.Texts().empty() && dialogs_.saveRequests.empty());
+    EXPECT_TRUE(view_.exited && messages_.Texts().empty() && dialogs_.saveRequests.empty());
 }
 
 TEST_F(EditorCommandsTest, BatchCommandsWriteTheJobWordAndOpenTheWizard) {
@@ -66,19 +63,14 @@ TEST_F(EditorCommandsTest, TiffPicturesRefuseTheEffectWindowsEveryTime) {
     ASSERT_TRUE(EncodeTiff(Numbered(10, 10), 2, 24, tiff));
     WriteBytes(pictures_ / "scan.tif", tiff);
     OpenThroughDialog((pictures_ / "scan.tif").string());
-    ASSERT_TRUE(model_->HasPicture());
-
     messages_.Answer(MsgResult::OK, /*tick=*/true);
-    for (const char* key : {"btnBrighten2", "btnContrast", "btnContras2", "btnSharpen", "btnSoften", "btnImageEditor"})
-        model_->Dispatch(key);
-    ASSERT_EQ(messages_.Shown().size(), 6u);
-    for (const MsgRequest& shown : messages_.Shown()) {
-        EXPECT_EQ(shown.text,
-                  "Filters and effects cannot be applied to TIFF images, please save as another format to apply filter "
-                  "and effects and then save back again as TIFF it needed.");
-        EXPECT_TRUE(shown.noShowTick);
-    }
+    const Texts keys{"btnBrighten2", "btnContrast", "btnContras2", "btnSharpen", "btnSoften", "btnImageEditor"};
+    for (const std::string& key : keys) model_->Dispatch(key);
     // The tick was stored, and still does not silence it.
+    EXPECT_EQ(messages_.Texts(), Texts(keys.size(), "Filters and effects cannot be applied to TIFF images, please "
+                                                    "save as another format to apply filter and effects and then "
+                                                    "save back again as TIFF it needed."));
+    EXPECT_TRUE(messages_.Shown().back().noShowTick);
     EXPECT_EQ(GetSetting(kAppName, "Settings", "Tif Filter No"), "1");
     EXPECT_TRUE(windows_.calls.empty());
 
@@ -94,10 +86,8 @@ TEST_F(EditorCommandsTest, RotatingTurnsThePictureAndMakesItTheWorkingCopy) {
 
     model_->Dispatch("RotateRight");
     const cDib& right = model_->Picture();
-    ASSERT_EQ(SizeOf(right), std::pair(2, 3));
     // Clockwise: new (x, y) comes from (y, h - 1 - x).
-    for (int y = 0; y < 3; ++y)
-        for (int x = 0; x < 2; ++x) EXPECT_EQ(At(right, x, y), At(source, y, 1 - x)) << x << "," << y;
+    EXPECT_TRUE(Same(right, Make(2, 3, [&](int x, int y) { return At(source, y, 1 - x); })));
     EXPECT_EQ(view_.waits.back() + " " + view_.statuses.back(), "Rotating image Right... Image rotated.");
     EXPECT_EQ(model_->Preset() + " " + model_->WidthText() + "x" + model_->HeightText(), "Original Size 2x3");
     EXPECT_EQ(std::pair(model_->OriginalWidth(), model_->Changed()), std::pair(2, true));
@@ -110,7 +100,7 @@ TEST_F(EditorCommandsTest, RotatingTurnsThePictureAndMakesItTheWorkingCopy) {
     model_->Dispatch("RotateLeft");
     EXPECT_EQ(view_.waits.back(), "Rotating image left...");
     EXPECT_TRUE(fs::exists(DataFile("rotate.bmp")));
-    EXPECT_EQ(MaxDiff(model_->Picture(), source), 0);
+    EXPECT_TRUE(Same(model_->Picture(), source));
     EXPECT_EQ(model_->History().Current(), 3);
 }
 
@@ -120,7 +110,6 @@ TEST_F(EditorCommandsTest, EffectsAreStepsOfTheUndoHistory) {
     model_->SelectPreset("Banner 88x31");
     model_->Dispatch("mnuNegative");
     EXPECT_EQ(At(model_->Picture(), 2, 3), Negative(At(source, 2, 3)));
-    EXPECT_EQ(std::pair(model_->Changed(), model_->History().Current()), std::pair(true, 2));
     EXPECT_EQ(model_->History().Row(2)[kUndoPreset] + " " + model_->History().Row(2)[kUndoCommand],
               "Banner 88x31 mnuNegative");
 
@@ -146,7 +135,7 @@ TEST_F(EditorCommandsTest, TheHistoryKeepsTheLast25Steps) {
     for (; model_->History().CanUndo(); ++undone) model_->Dispatch("mnuUndo");
     EXPECT_EQ(undone, 24);
     // Step 1 is now the picture after the 6th negative: the original again.
-    EXPECT_EQ(At(model_->Picture(), 1, 1), At(Numbered(4, 4), 1, 1));
+    EXPECT_TRUE(Same(model_->Picture(), Numbered(4, 4)));
 
     model_->Dispatch("mnuGreys");  // a new step after undoing drops the steps ahead
     EXPECT_EQ(model_->History().Last(), 2);
@@ -177,7 +166,7 @@ TEST_F(EditorCommandsTest, SimpleCommandsAnswerWithTheirMessages) {
     EXPECT_TRUE(fs::exists(DataFile("wallpaper.bmp")));
 }
 
-TEST_F(EditorCommandsTest, HelpPasteAndZoom) {
+TEST_F(EditorCommandsTest, HelpPasteZoomAndTheFolderNeighbours) {
     for (const char* key : {"btnHelp", "mnuGettingStarted", "mnuTutorial"}) model_->Dispatch(key);
     const std::string base = "xdg-open file://" + help_.string() + "/";
     EXPECT_EQ(Calls(), base + "welcome.htm\n" + base + "Getting%20Started.html\n" + base +
@@ -189,16 +178,14 @@ TEST_F(EditorCommandsTest, HelpPasteAndZoom) {
               std::tuple(7, "Custom", true));
     model_->Dispatch("btnFit");
     EXPECT_EQ(model_->ZoomText(), "0%");
-}
 
-TEST_F(EditorCommandsTest, PreviousAndNextStepThroughTheFolder) {
     const std::string a = SavePng("a.png", Numbered(2, 2));
     const std::string b = SavePng("b.PNG", Numbered(3, 3));
     const std::string odd = SavePng("c\xff.png", Numbered(4, 4));  // not UTF-8
     WriteText(pictures_ / "notes.txt", "x");
     fs::create_directory(pictures_ / "folder.png");
     EXPECT_EQ(ListFolderPictures(pictures_), (std::vector<fs::path>{a, b, odd}));
-
+    messages_.Answer(MsgResult::No);  // the pasted picture is not saved first
     OpenThroughDialog(b);
     for (auto [key, path] : {std::pair{"btnNext", odd}, {"btnNext", a} /* round again */, {"btnPrevious", odd}}) {
         model_->Dispatch(key);

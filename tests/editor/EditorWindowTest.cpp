@@ -27,9 +27,6 @@ TEST_F(EditorWindowTest, TheMainWindowShowsTheModelAndPassesOnTheUsersMoves) {
     window.resize(1100, 720);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    EXPECT_EQ(window.cboFileType->count(), 6);
-    EXPECT_EQ(window.cboScale->itemText(0), "Inches");
-    EXPECT_EQ(window.cboQuickSize->itemText(3), "Email Large");
 
     // A photo-sized JPEG made here, so the test needs no files from outside the checkout.
     std::vector<uint8_t> jpeg;
@@ -39,22 +36,16 @@ TEST_F(EditorWindowTest, TheMainWindowShowsTheModelAndPassesOnTheUsersMoves) {
     window.onPictureShown = [&] { shown = true; };
     window.Model().Open((root_ / "photo.jpg").string());
     ASSERT_TRUE(WaitIdle(window));
-    ASSERT_TRUE(window.Model().HasPicture());
     EXPECT_TRUE(WaitUntil([&] { return shown; }, 5000));
     EXPECT_EQ(window.lblStatus->text(), "Image Opened...");
 
     // A size chosen in the list reaches the model, and the model's size the fields.
-    const std::tuple<const char*, const char*, const char*> sizes[] = {
-        {"Email Large", "640", "Pixels"}, {"Original Size", "1600", "Pixels"}};
-    for (const auto& [preset, width, unit] : sizes) {
-        const int index = window.cboQuickSize->findText(preset);
-        window.cboQuickSize->setCurrentIndex(index);
-        emit window.cboQuickSize->activated(index);
-        EXPECT_EQ(window.Model().Preset(), preset);
-        EXPECT_EQ(window.txtWidth->text(), width) << preset;
-        EXPECT_EQ(window.cboScale->currentText(), unit) << preset;
-        EXPECT_TRUE(window.lblNewWidth->text().startsWith(QString::number(window.Model().NewWidth()))) << preset;
-    }
+    const int index = window.cboQuickSize->findText("Email Large");
+    window.cboQuickSize->setCurrentIndex(index);
+    emit window.cboQuickSize->activated(index);
+    EXPECT_EQ(window.Model().Preset(), "Email Large");
+    EXPECT_EQ(window.txtWidth->text() + " " + window.cboScale->currentText(), "640 Pixels");
+    EXPECT_TRUE(window.lblNewWidth->text().startsWith("640"));
 
     // Typing a size reaches the model, which calls it "Custom".
     window.txtHeight->setFocus();
@@ -64,7 +55,6 @@ TEST_F(EditorWindowTest, TheMainWindowShowsTheModelAndPassesOnTheUsersMoves) {
 
     // Rotation runs off the window's thread and comes back turned.
     window.Command("RotateRight");
-    EXPECT_TRUE(window.Model().Busy() || window.Model().Picture().Width() == 1200);
     ASSERT_TRUE(WaitIdle(window));
     EXPECT_EQ(SizeOf(window.Model().Picture()), std::pair(1200, 1600));
     EXPECT_EQ(window.lblStatus->text(), "Image rotated.");
@@ -72,17 +62,18 @@ TEST_F(EditorWindowTest, TheMainWindowShowsTheModelAndPassesOnTheUsersMoves) {
 
 TEST_F(EditorWindowTest, TheWelcomeWindowsButtonsAndTickReachItsModel) {
     frmEditor window(windowUndo_, help_.string());
-    const std::tuple<QPushButton* frmWelcome::*, bool, WelcomeChoice, const char*> cases[] = {
-        {&frmWelcome::cmdLastEdited, true, WelcomeChoice::LastEdited, "1"},
-        {&frmWelcome::cmdClose, false, WelcomeChoice::None, "0"},
-        {&frmWelcome::cmdOpen, true, WelcomeChoice::Open, "1"}};
-    for (const auto& [button, tick, choice, show] : cases) {
+    // A button, or the window's own close; the tick after.
+    for (auto [button, choice, show] : {std::tuple{&frmWelcome::cmdLastEdited, WelcomeChoice::LastEdited, "1"},
+                                        {nullptr, WelcomeChoice::None, "0"}}) {
         SaveSetting(kAppName, "Welcome", "Show", "1");
         frmWelcome welcome(window.Model(), window.DesktopServices(), help_.string(), &window);
         EXPECT_EQ(welcome.chkShowWelcome->text(), "Show This Welcome Screen at Startup");
         EXPECT_TRUE(welcome.chkShowWelcome->isChecked());
-        welcome.chkShowWelcome->setChecked(tick);
-        (welcome.*button)->click();
+        welcome.chkShowWelcome->setChecked(button != nullptr);
+        if (button)
+            (welcome.*button)->click();
+        else
+            welcome.reject();
         EXPECT_EQ(welcome.Choice(), choice);
         EXPECT_EQ(GetSetting(kAppName, "Welcome", "Show"), show);
     }

@@ -6,59 +6,44 @@
 
 namespace quorbel::test {
 
-class ScriptedStartUp : public StartUpHost {
-public:
-    ScriptedStartUp(EditorModel& editor, ScriptedMessageBox& messages) : editor_(editor), messages_(messages) {}
+// The fixture stands in for the main window: it records the steps of the start in order.
+class StartUpTest : public EditorFixture, public StartUpHost {
+protected:
     EditorModel& ShowMainWindow() override {
         steps.push_back("main window, " + std::to_string(messages_.Shown().size()) + " messages");
-        return editor_;
+        return *model_;
     }
     void LayOut() override {
-        steps.push_back("lay out " + editor_.Unit() + " " + editor_.WidthText() + "x" + editor_.HeightText());
+        steps.push_back("lay out " + model_->Unit() + " " + model_->WidthText() + "x" + model_->HeightText());
     }
     void OpenUpdateCheck() override { steps.push_back("update check"); }
     WelcomeChoice ShowWelcome(EditorModel&) override { return steps.push_back("welcome"), choice; }
-    std::vector<std::string> steps;
-    WelcomeChoice choice = WelcomeChoice::None;
 
-private:
-    EditorModel& editor_;
-    ScriptedMessageBox& messages_;
-};
-
-class StartUpTest : public EditorFixture {
-protected:
     StartUpResult Start() {
-        StartUpResult result = RunStartUp(undo_, *host_, messages_, 2, 0, 13);
+        StartUpResult result = RunStartUp(undo_, *this, messages_, 2, 0, 13);
         GdiplusShutdown(result.codecToken);
         return result;
     }
-    void SetUp() override {
-        EditorFixture::SetUp();
-        host_ = std::make_unique<ScriptedStartUp>(*model_, messages_);
-    }
-    std::unique_ptr<ScriptedStartUp> host_;
+    std::vector<std::string> steps;
+    WelcomeChoice choice = WelcomeChoice::None;
 };
 
 TEST_F(StartUpTest, FirstStartAsksAboutUpdatesOnceAndShowsTheWelcome) {
     messages_.Answer(MsgResult::Yes);
-    const StartUpResult first = Start();
-    EXPECT_TRUE(first.codecsStarted);
+    EXPECT_TRUE(Start().codecsStarted);
     // The version with one dot: the minor number runs on into the revision.
     EXPECT_EQ(GetSetting(kAppName, "Version", "Version") + " " + GetSetting(kAppName, "Version", "Ver"), "2.013 0");
     ASSERT_EQ(messages_.Shown().size(), 1u);
-    EXPECT_EQ(messages_.Shown()[0].text, "Would you like to check for updates to the latest version?");
-    EXPECT_EQ(std::tuple(messages_.Shown()[0].title, messages_.Shown()[0].buttons),
-              std::tuple("Update?", MsgButtons::YesNo));
+    EXPECT_EQ(std::tuple(messages_.Shown()[0].text, messages_.Shown()[0].title, messages_.Shown()[0].buttons),
+              std::tuple("Would you like to check for updates to the latest version?", "Update?", MsgButtons::YesNo));
     EXPECT_EQ(GetSetting(kAppName, "Update", "FirstRun"), "1");
-    EXPECT_EQ(host_->steps, (std::vector<std::string>{"main window, 0 messages", "lay out Inches 6x4", "update check",
+    EXPECT_EQ(steps, (std::vector<std::string>{"main window, 0 messages", "lay out Inches 6x4", "update check",
                                                      "welcome"}));
 
-    host_->steps.clear();
-    messages_.Clear();
+    steps.clear();
     Start();
-    EXPECT_TRUE(messages_.Texts().empty());
-    EXPECT_EQ(host_->steps.back(), "welcome");
+    EXPECT_EQ(messages_.Shown().size(), 1u);
+    EXPECT_EQ(steps.back(), "welcome");
 }
 
 TEST_F(StartUpTest, TheRememberedSizeAndAQuietStart) {
@@ -68,28 +53,23 @@ TEST_F(StartUpTest, TheRememberedSizeAndAQuietStart) {
         SaveSetting(kAppName, section, key, value);
     SaveSetting(kAppName, "Images", "Last Opened", SavePng("last.png", Numbered(5, 5)));
     Start();
-    EXPECT_EQ(host_->steps, (std::vector<std::string>{"main window, 0 messages", "lay out Centimeters 10x15"}));
+    EXPECT_EQ(steps, (std::vector<std::string>{"main window, 0 messages", "lay out Centimeters 10x15"}));
     EXPECT_FALSE(model_->HasPicture() || !dialogs_.openRequests.empty() || !messages_.Texts().empty());
 }
 
 TEST_F(StartUpTest, TheWelcomeChoiceIsActedOn) {
     SaveSetting(kAppName, "Update", "FirstRun", "1");
-    const std::string last = SavePng("last.png", Numbered(5, 5));
+    const std::string last = (pictures_ / "last.png").string();
     SaveSetting(kAppName, "Images", "Last Opened", last);
-    host_->choice = WelcomeChoice::LastEdited;
+    choice = WelcomeChoice::LastEdited;
+    Start();  // a last picture that has gone is passed over in silence
+    EXPECT_FALSE(model_->HasPicture());
+    EXPECT_TRUE(messages_.Texts().empty());
+    SavePng("last.png", Numbered(5, 5));
     Start();
     EXPECT_EQ(model_->Path(), last);
 
-    // A last picture that has gone is passed over in silence.
-    fs::remove(last);
-    EditorModel fresh({messages_, dialogs_, desktop_, windows_, tasks_, undo_, help_.string()});
-    ScriptedStartUp host(fresh, messages_);
-    host.choice = WelcomeChoice::LastEdited;
-    GdiplusShutdown(RunStartUp(undo_, host, messages_, 1, 0, 0).codecToken);
-    EXPECT_FALSE(fresh.HasPicture());
-    EXPECT_TRUE(messages_.Texts().empty());
-
-    host_->choice = WelcomeChoice::Open;
+    choice = WelcomeChoice::Open;
     dialogs_.AnswerOpen(std::nullopt);
     Start();
     EXPECT_EQ(dialogs_.openRequests.size(), 1u);

@@ -6,7 +6,6 @@
 #include "settings/HelpFile.h"
 #include "settings/MessageOnce.h"
 #include "settings/SettingsStore.h"
-#include "settings/Version.h"
 
 namespace quorbel::test {
 namespace {
@@ -77,50 +76,38 @@ TEST_F(SettingsStore, DataFolderAndApplicationIni) {
     EXPECT_EQ(IniRead("A", "B", "", other), "C");
 }
 
-TEST_F(SettingsStore, ApplicationIniUsedBeforeStartUpStillGoesToTheDataFolder) {
-    ASSERT_TRUE(IniWrite("Main", "Maximized", "1"));
-    EXPECT_TRUE(fs::exists(root_ / "data/Tessarin Svcs/Quorbel/Quorbel.ini"));
-    EXPECT_EQ(VersionText(5, 1, 2), "5.12");  // one dot: the minor number runs on into the revision
-}
-
 TEST_F(SettingsStore, MessageOnceStaysSilentOnceTickedButOnlyForKindsSpeltExactly) {
-    ScriptedMessageBox box;
-    const auto show = [&](std::string_view kind, const std::string& key) {
-        return ShowMessageOnce(kind, key, "Hello", MsgButtons::YesNo, MsgIcon::None, "Title", box);
-    };
-    for (const std::string_view kind : {kMessageOnceHelpTip, kMessageOnceOk}) {
-        const std::string key = "Tip " + std::string(kind);
-        box.Clear();
-        box.Answer(MsgResult::No, false);
-        box.Answer(MsgResult::Yes, true);
-        const auto first = show(kind, key);
-        ASSERT_TRUE(first);
-        EXPECT_EQ(first->result, MsgResult::No);
-        EXPECT_EQ(GetSetting("Quorbel", "Settings", key, "unset"), "unset") << "not ticked";
-        const auto second = show(kind, key);
-        ASSERT_TRUE(second);
-        EXPECT_EQ(second->result, MsgResult::Yes);
-        EXPECT_TRUE(second->noShowTicked);
-        EXPECT_EQ(GetSetting("Quorbel", "Settings", key, "unset"), "1");
-        EXPECT_FALSE(show(kind, key));
-        ASSERT_EQ(box.Shown().size(), 2u);
-        EXPECT_TRUE(box.Shown()[0].noShowTick);
-        EXPECT_EQ(std::tie(box.Shown()[0].text, box.Shown()[0].title), std::tie("Hello", "Title"));
-        EXPECT_EQ(box.Shown()[0].buttons, MsgButtons::YesNo);
+    // The kind, the tick stored before, the tick given in the box; then whether the box shows,
+    // whether it offers the tick, and the tick stored after. A misspelt kind does not read
+    // the setting, so the box still shows; its tick is still kept.
+    const std::tuple<std::string_view, bool, bool, bool, bool, const char*> cases[] = {
+        {kMessageOnceHelpTip, false, false, true, true, "unset"},
+        {kMessageOnceHelpTip, false, true, true, true, "1"},
+        {kMessageOnceHelpTip, true, false, false, false, "1"},
+        {kMessageOnceOk, true, false, false, false, "1"},
+        {kMessageOnceOk, false, true, true, true, "1"},
+        {"MsgboxOK", true, false, true, true, "1"},
+        {"helptip", true, false, true, true, "1"},
+        {"MsgboxOK", false, true, true, true, "1"},
+        {kMessageOnceNoShowHide, true, false, true, false, "1"}};
+    for (const auto& [kind, before, tick, shows, offers, after] : cases) {
+        SCOPED_TRACE(std::string(kind) + (before ? " ticked before" : "") + (tick ? " ticked now" : ""));
+        DeleteSetting("Quorbel", "Settings", "Tip");
+        if (before) {
+            ASSERT_TRUE(SaveSetting("Quorbel", "Settings", "Tip", "1"));
+        }
+        ScriptedMessageBox box;
+        box.Answer(MsgResult::No, tick);
+        const auto reply = ShowMessageOnce(kind, "Tip", "Hello", MsgButtons::YesNo, MsgIcon::None, "Title", box);
+        ASSERT_EQ(reply.has_value(), shows);
+        ASSERT_EQ(box.Shown().size(), shows ? 1u : 0u);
+        if (shows) {
+            const MsgRequest& shown = box.Shown()[0];
+            EXPECT_EQ(std::tuple(reply->result, shown.text, shown.title, shown.buttons, shown.noShowTick),
+                      std::tuple(MsgResult::No, "Hello", "Title", MsgButtons::YesNo, offers));
+        }
+        EXPECT_EQ(GetSetting("Quorbel", "Settings", "Tip", "unset"), after);
     }
-
-    // A misspelt kind does not read the setting, so the box still shows; its tick is still kept.
-    box.Clear();
-    ASSERT_TRUE(SaveSetting("Quorbel", "Settings", "Silenced", "1"));
-    for (const std::string_view kind :
-         {std::string_view("MsgboxOK"), std::string_view("helptip"), kMessageOnceNoShowHide})
-        EXPECT_TRUE(show(kind, "Silenced")) << kind;
-    ASSERT_EQ(box.Shown().size(), 3u);
-    EXPECT_TRUE(box.Shown()[0].noShowTick);
-    EXPECT_FALSE(box.Shown()[2].noShowTick);
-    box.Answer(MsgResult::OK, true);
-    EXPECT_TRUE(show("MsgboxOK", "Other"));
-    EXPECT_EQ(GetSetting("Quorbel", "Settings", "Other", "0"), "1");
 }
 
 }  // namespace

@@ -63,26 +63,6 @@ TEST(SizePresetChecks, AddChecksComeInOrderWithTheirMessages) {
         EXPECT_EQ(ClassifyPreset(name), kind) << name;
 }
 
-TEST_F(SizePresets, ReorderedListKeepsItsOrderAfterSaving) {
-    ASSERT_TRUE(EnsurePresets());
-    std::vector<SizePreset> list = LoadPresetList();
-    ASSERT_EQ(list.size(), 38u);
-    EXPECT_FALSE(MovePresetUp(list, 0));
-    EXPECT_FALSE(MovePresetDown(list, list.size() - 1));
-    EXPECT_TRUE(MovePresetDown(list, 0));  // Custom, Original Size, Fit Screen, ...
-    EXPECT_TRUE(MovePresetUp(list, 37));   // ..., Wall paper 1280x1024, Wall paper 1280x720
-    list.push_back({"Passport", "Millimeters", "35", "45"});
-    ASSERT_TRUE(SavePresetList(list));
-
-    // As at the next start of the program; saving stores each row under its own name.
-    const Keys keys = PresetKeys();
-    ASSERT_EQ(keys.size(), 39u);
-    EXPECT_EQ(
-        (Keys{keys[0], keys[1], keys[15], keys[36], keys[37], keys[38]}),
-        (Keys{"Custom", "Original Size", "Web 640x480", "Wall paper 1280x1024", "Wall paper 1280x720", "Passport"}));
-    EXPECT_EQ(LoadPresetList(), list);
-}
-
 TEST_F(SizePresets, ResetAsksFirstThenRestoresTheShippedList) {
     ASSERT_TRUE(EnsurePresets());
     const SettingPairs shipped = GetAllSettings("Quorbel", "Custom Sizes");

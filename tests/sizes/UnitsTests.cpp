@@ -12,16 +12,9 @@ namespace {
 constexpr double kTpp = kTwipsPerPixelAt96Dpi;
 
 // 1440 twips an inch, 567 a centimetre, 20 a point; a character is 120 twips wide, 240 high.
-struct UnitCase {
-    int32_t px;
-    const char* unit;
-    double tpp;
-    bool isHeight;
-    const char* text;
-};
-
 TEST(Units, PixelsAreShownInEveryUnitWithTheHashFormat) {
-    const UnitCase cases[] = {
+    // pixels, unit, twips a pixel, a height, the text shown
+    const std::tuple<int32_t, const char*, double, bool, const char*> cases[] = {
         {96, "Inches", kTpp, false, "1."},          {100, "inches", kTpp, true, "1.04"},  // 1500 / 1440 = 1.0417
         {48, "INCHES", kTpp, false, ".5"},          {0, "Inches", kTpp, false, "."},
         {100, "Centimeters", kTpp, false, "2.65"},  // 1500 / 567 = 2.6455
@@ -30,8 +23,8 @@ TEST(Units, PixelsAreShownInEveryUnitWithTheHashFormat) {
         {100, "Characters", kTpp, true, "6.25"},    {100, "Pixels", kTpp, false, "100"},
         {100, "furlongs", kTpp, false, "100"},      {120, "Inches", 12.0, false, "1."},  // at 120 dpi
     };
-    for (const UnitCase& c : cases)
-        EXPECT_EQ(PixelsToUnitText(c.px, c.unit, c.tpp, c.isHeight), c.text) << c.px << " " << c.unit;
+    for (const auto& [px, unit, tpp, isHeight, text] : cases)
+        EXPECT_EQ(PixelsToUnitText(px, unit, tpp, isHeight), text) << px << " " << unit;
 }
 
 TEST(Units, UnitsToWholePixelsRoundHalfToEven) {
@@ -86,10 +79,8 @@ TEST(JpegQuality, NamesNumbersAndEverythingElse) {
 }
 
 TEST(NumericText, AcceptsPlainDecimalNumbersOnly) {
-    EXPECT_EQ(ParseNumericText("3.5"), 3.5);
-    EXPECT_EQ(ParseNumericText(" -.5 "), -0.5);
-    EXPECT_EQ(ParseNumericText("+4."), 4.0);
-    EXPECT_EQ(ParseNumericText("1e3"), 1000.0);
+    for (auto [text, value] : {std::pair{"3.5", 3.5}, {" -.5 ", -0.5}, {"+4.", 4.0}, {"1e3", 1000.0}})
+        EXPECT_EQ(ParseNumericText(text), value) << text;
     for (const char* bad : {"", " ", ".", "+-1", "4 6", "0x10", "nan", "1e999", "3,5"})
         EXPECT_EQ(ParseNumericText(bad), std::nullopt) << bad;
 }
