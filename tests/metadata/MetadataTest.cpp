@@ -71,11 +71,8 @@ TEST(Metadata, TiffOrientationTagTurnsItUpright) {
     tiff = test::Edited(tiff, [](Exiv2::Image& image) { image.exifData()["Exif.Image.Orientation"] = uint16_t(8); });
     DecodedPicture d;
     ASSERT_TRUE(DecodePicture(tiff, d));
-    ASSERT_EQ(d.pixels.Width(), 20);
-    ASSERT_EQ(d.pixels.Height(), 30);
     // Orientation 8 turns it a quarter anticlockwise: the red top becomes the left half.
-    EXPECT_EQ(d.pixels.Row(5)[2 * 4 + 2], 255);
-    EXPECT_EQ(d.pixels.Row(5)[17 * 4 + 1], 255);
+    EXPECT_EQ(test::MaxDiff(d.pixels, test::Make(20, 30, [](int x, int) { return x < 10 ? test::Rgb(255, 0, 0) : test::Rgb(0, 255, 0); })), 0);
 }
 
 TEST(Metadata, RemovingGpsOrEverything) {
