@@ -22,15 +22,13 @@ TEST(FolderScan, DirectSubfoldersComeBeforeTheirDescendantsAndOnlyPlainFoldersCo
     const ScratchDir dir;
     const std::string src = (dir / "src/").string();
     for (const char* d : {"A/A1/A1x", "B/B1", "RO/inside", ".hidden", "\xff\xfe"}) fs::create_directories(src + d);
-    ::chmod((src + "RO").c_str(), 0555);                        // read-only: 17
+    ::chmod((src + "RO").c_str(), 0555);                // read-only: 17
     fs::create_directory_symlink(src, src + "A/loop");  // a link back up: never followed
     // The recursive scan's order, not breadth-first (which would put B1 before A1x).
     EXPECT_EQ(ScanSubfolders(src), (std::vector<std::string>{src + "A/", src + "B/", src + "\xff\xfe/", src + "A/A1/",
                                                              src + "A/A1/A1x/", src + "B/B1/"}));
-    EXPECT_EQ(FolderAttributes(src + "RO"), 17);
-    EXPECT_EQ(FolderAttributes(src + ".hidden"), 18);
-    EXPECT_EQ(FolderAttributes(src + "A/loop"), 16 + 1024);
-    EXPECT_TRUE(ScanSubfolders(src + "missing").empty());
+    const std::pair<std::string, int> attributes[] = {{"RO", 17}, {".hidden", 18}, {"A/loop", 16 + 1024}, {"none", 0}};
+    for (const auto& [folder, expected] : attributes) EXPECT_EQ(FolderAttributes(src + folder), expected) << folder;
     // Every occurrence of the source root from the first on, case-sensitively.
     EXPECT_EQ(MirrorTarget("/p/src/A/A1/", "/p/src/", "/q/out/"), "/q/out/A/A1/");
     EXPECT_EQ(MirrorTarget("/P/SRC/A/", "/p/src/", "/q/out/"), "/P/SRC/A/");
@@ -41,12 +39,15 @@ TEST(FolderScan, TheFileFilterDecidesWhatAListingAdmits) {
     const ScratchDir dir;
     for (const char* f : {"a.JPG", "b.tiff", "c.txt", "noext", "\xff.png"}) WriteText(dir / f, "x");
     fs::create_directories(dir / "folder.jpg");
-    EXPECT_EQ(Names(ListPictures(dir.path, PictureFilter())), (std::vector<std::string>{"a.JPG", "b.tiff", "\xff.png"}));
-    const PictureFilter narrow = PictureFilter::FromText("*.png; JPG");
-    EXPECT_EQ(narrow.Text(), "png;jpg");
-    EXPECT_EQ(Names(ListPictures(dir.path, narrow)), (std::vector<std::string>{"a.JPG", "\xff.png"}));
-    EXPECT_EQ(PictureFilter::FromText(" ; "), PictureFilter());
-    EXPECT_EQ(PictureFilter().Text(), "bmp;gif;jpg;jpeg;png;tif;tiff;ico;webp;avif;heic;heif");
+    const std::tuple<const char*, const char*, std::vector<std::string>> cases[] = {
+        {"", "bmp;gif;jpg;jpeg;png;tif;tiff;ico;webp;avif;heic;heif", {"a.JPG", "b.tiff", "\xff.png"}},
+        {" ; ", "bmp;gif;jpg;jpeg;png;tif;tiff;ico;webp;avif;heic;heif", {"a.JPG", "b.tiff", "\xff.png"}},
+        {"*.png; JPG", "png;jpg", {"a.JPG", "\xff.png"}}};
+    for (const auto& [text, kept, listed] : cases) {
+        const PictureFilter filter = PictureFilter::FromText(text);
+        EXPECT_EQ(filter.Text(), kept) << text;
+        EXPECT_EQ(Names(ListPictures(dir.path, filter)), listed) << text;
+    }
 }
 
 TEST(FolderScan, ARunOverSubfoldersMirrorsTheTreeAndKeepsNumbering) {
