@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <chrono>
 #include <stdexcept>
 
 #include "Pictures.h"
 #include "Scratch.h"
-#include "batch/BatchRun.h"
+#include "batch/BatchSession.h"
 #include "effects/cDIBFilter.h"
 #include "output/Codecs.h"
 #include "output/PictureFormats.h"
@@ -36,6 +38,12 @@ Files Written(const BatchRunReport& report) {
     return files;
 }
 
+std::vector<std::string> Names(const std::vector<fs::path>& files) {
+    std::vector<std::string> names;
+    for (const fs::path& f : files) names.push_back(f.filename().string());
+    return names;
+}
+
 long FilesIn(const fs::path& folder) {
     return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
 }
@@ -51,10 +59,7 @@ Bytes PngIcon(const cDib& picture) {
 }
 
 Bytes Jpeg(int w, int h, int seed = 7) { return Encoded(Grainy(w, h, seed), PictureFormat::Jpeg); }
-Bytes Cut(Bytes bytes, size_t part) {  // the file's first 1 / part
-    bytes.resize(bytes.size() / part);
-    return bytes;
-}
+Bytes Cut(const Bytes& bytes, size_t part) { return {bytes.begin(), bytes.begin() + long(bytes.size() / part)}; }
 
 class BatchRunTest : public testing::Test {
 protected:
@@ -239,6 +244,49 @@ TEST_F(BatchRunTest, EveryListedExtensionIsReadAndEveryOutputTypeWritesItsFormat
         EXPECT_EQ(DetectPictureFormat(ReadBytes(one)), format) << extension;
         EXPECT_EQ(FileSize(one), (Size{9, 6})) << extension;
     }
+}
+
+TEST_F(BatchRunTest, DirectSubfoldersComeBeforeTheirDescendantsAndOnlyPlainFoldersCount) {
+    const std::string src = src_.string() + "/";
+    for (const char* d : {"A/A1/A1x", "B/B1", "RO/inside", ".hidden", "\xff\xfe"}) fs::create_directories(src + d);
+    ::chmod((src + "RO").c_str(), 0555);                // read-only: 17
+    fs::create_directory_symlink(src, src + "A/loop");  // a link back up: never followed
+    // The recursive scan's order, not breadth-first (which would put B1 before A1x).
+    EXPECT_EQ(ScanSubfolders(src), (std::vector<std::string>{src + "A/", src + "B/", src + "\xff\xfe/", src + "A/A1/",
+                                                             src + "A/A1/A1x/", src + "B/B1/"}));
+    EXPECT_EQ(FolderAttributes(src + "RO"), 17);
+    EXPECT_EQ(FolderAttributes(src + ".hidden"), 18);
+    EXPECT_EQ(FolderAttributes(src + "A/loop"), 16 + 1024);
+    EXPECT_TRUE(ScanSubfolders(src + "missing").empty());
+    // Every occurrence of the source root from the first on, case-sensitively.
+    EXPECT_EQ(MirrorTarget("/p/src/A/A1/", "/p/src/", "/q/out/"), "/q/out/A/A1/");
+    EXPECT_EQ(MirrorTarget("/P/SRC/A/", "/p/src/", "/q/out/"), "/P/SRC/A/");
+    EXPECT_EQ(MirrorTarget("/a/b/a/", "/a/", "/t/"), "/t/b/t/");
+}
+
+TEST_F(BatchRunTest, TheFileFilterDecidesWhatAListingAdmits) {
+    for (const char* f : {"a.JPG", "b.tiff", "c.txt", "noext", "\xff.png"}) WriteText(src_ / f, "x");
+    fs::create_directories(src_ / "folder.jpg");
+    EXPECT_EQ(Names(ListPictures(src_, PictureFilter())), (std::vector<std::string>{"a.JPG", "b.tiff", "\xff.png"}));
+    const PictureFilter narrow = PictureFilter::FromText("*.png; JPG");
+    EXPECT_EQ(narrow.Text(), "png;jpg");
+    EXPECT_EQ(Names(ListPictures(src_, narrow)), (std::vector<std::string>{"a.JPG", "\xff.png"}));
+    EXPECT_EQ(PictureFilter::FromText(" ; "), PictureFilter());
+    EXPECT_EQ(PictureFilter().Text(), "bmp;gif;jpg;jpeg;png;tif;tiff;ico;webp;avif;heic;heif");
+}
+
+TEST_F(BatchRunTest, ARunOverSubfoldersMirrorsTheTreeAndKeepsNumbering) {
+    fs::create_directories(src_ / "B");
+    for (const char* f : {"root.png", "A/a.png", "A/A1/deep.png"}) Put(f, Encoded(Grainy(40, 20), PictureFormat::Png));
+    BatchJob job = BatchJobFromIni(IniFile::FromText(
+        "[Job]\nSubfolders=1\nCreateSubfolder=1\nRename=1\nNewName=Trip\nPreset=Custom\nWidth=20\nHeight=10\n"));
+    job.source = src_.string();
+    job.target = out_.string();
+    const BatchRunReport report = RunBatchTree(job);
+    // Numbers go on from folder to folder; the empty B is mirrored too.
+    const fs::path out = out_ / "Trip";
+    EXPECT_EQ(report.outputs, (std::vector{out / "Trip_001.png", out / "A/Trip_002.png", out / "A/A1/Trip_003.png"}));
+    EXPECT_TRUE(fs::is_directory(out / "B"));
 }
 
 }  // namespace

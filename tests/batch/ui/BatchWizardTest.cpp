@@ -35,7 +35,7 @@ protected:
         ASSERT_TRUE(EncodePng(Flat(w, h, Grey(128)), bytes));
         WriteBytes(root_ / name, bytes);
     }
-    // Three pictures in src, an empty out, and the wizard for the job, every overwrite refused.
+    // Three pictures in src, an empty out, and the wizard for the job.
     void Open(const char* job) {
         WritePng("src/a.png", 80, 60);
         WritePng("src/b.png", 60, 80);
@@ -43,10 +43,6 @@ protected:
         fs::create_directories(root_ / "out");
         w = std::make_unique<frmMultiEditWiz>(BatchWizardServices{messages, dialogs, desktop, "", "", {}}, job);
         w->onFinished = [this](const BatchRunReport& report) { total = report; };
-        w->askOverwrite = [this](const fs::path& existing) {
-            asked.push_back(existing);
-            return OverwriteAnswer::No;
-        };
         w->show();
     }
     QString Path(const char* relative) const { return QString::fromStdString((root_ / relative).string()); }
@@ -65,11 +61,21 @@ protected:
         ASSERT_EQ(w->Step(), kStepPictures);
         ASSERT_TRUE(Rows(3));
     }
-    // On to the ready step: a 40 × 30 PNG job, the first row turned right.
+    // On to the ready step: a 40 × 30 PNG job, its rows turned right, flipped and left, each
+    // showing its own rotation when selected again; then the last one set back to none.
     void DriveToReady() {
         ASSERT_NO_FATAL_FAILURE(DriveToPictures());
-        Select(0);
-        Get<QRadioButton>("optRotateRight")->click();
+        const char* options[] = {"optRotateRight", "OptFlipImage", "optRotatLeft"};
+        for (int row : {0, 1, 2}) {
+            Select(row);
+            Get<QRadioButton>(options[row])->click();
+        }
+        for (int row : {0, 1, 2}) {
+            Select(row);
+            EXPECT_TRUE(Get<QRadioButton>(options[row])->isChecked()) << options[row];
+        }
+        Get<QRadioButton>("Option1")->click();
+        EXPECT_EQ(List()->topLevelItem(1)->text(1), "Flip");
         Click(*w, "cmdNext");
         Get<QCheckBox>("Check1")->click();
         Type(*w, "txtWidth", "40");
@@ -88,7 +94,6 @@ protected:
     ScriptedDesktop desktop{messages};
     std::unique_ptr<frmMultiEditWiz> w;
     std::optional<BatchRunReport> total;
-    std::vector<fs::path> asked;
 };
 
 // Existing a.png and b.png: No keeps a; Cancel pressed while b's question is open, then Yes,
@@ -104,6 +109,7 @@ TEST_F(BatchWizard, TheStepsReachTheJobAndTheRunAsksAndStopsOnCancel) {
     Click(*w, "cmdBack");
     WriteText(root_ / "out/a.png", "kept");
     WriteText(root_ / "out/b.png", "kept");
+    std::vector<fs::path> asked;
     w->askOverwrite = [&](const fs::path& existing) {
         asked.push_back(existing);
         if (asked.size() == 1) return OverwriteAnswer::No;
@@ -112,8 +118,9 @@ TEST_F(BatchWizard, TheStepsReachTheJobAndTheRunAsksAndStopsOnCancel) {
     };
     ASSERT_NO_FATAL_FAILURE(DriveToReady());
     const BatchJob job = w->CurrentJob();
-    EXPECT_EQ(job.pictures.at(0).rotation, "Rotate Right");
-    EXPECT_EQ(job.pictures.at(1).rotation, "None");
+    std::vector<std::string> rotations;
+    for (const BatchPicture& row : job.pictures) rotations.push_back(row.rotation);
+    EXPECT_EQ(rotations, (std::vector<std::string>{"Rotate Right", "Flip", "None"}));
     EXPECT_EQ(std::tie(job.width, job.height, job.preset, job.outputType),
               std::make_tuple(40.0, 30.0, std::string("Custom"), OutputType::Png));
     ASSERT_NO_FATAL_FAILURE(Run());
@@ -123,23 +130,6 @@ TEST_F(BatchWizard, TheStepsReachTheJobAndTheRunAsksAndStopsOnCancel) {
     EXPECT_NE(ReadText(root_ / "out/b.png"), "kept");
     EXPECT_FALSE(fs::exists(root_ / "out/c.png"));
     EXPECT_EQ(desktop.opened, std::vector<std::string>{(root_ / "out").string() + "/"});
-}
-
-// Each row shows its own rotation when selected.
-TEST_F(BatchWizard, ARowsOwnRotationShowsWhenItIsSelected) {
-    Open("Resize");
-    ASSERT_NO_FATAL_FAILURE(DriveToPictures());
-    const struct { int row; const char* option; const char* shown; } cases[] = {
-        {0, "optRotatLeft", "Rotate Left"}, {1, "OptFlipImage", "Flip"}, {2, "Option1", "None"}};
-    for (const auto& c : cases) {
-        Select(c.row);
-        Get<QRadioButton>(c.option)->click();
-        EXPECT_EQ(List()->topLevelItem(c.row)->text(1), c.shown);
-    }
-    for (const auto& c : cases) {
-        Select(c.row);
-        EXPECT_TRUE(Get<QRadioButton>(c.option)->isChecked()) << c.option;
-    }
 }
 
 // Dragged from a file manager: a folder gives its pictures, a picture is taken as it is,
@@ -186,6 +176,7 @@ TEST_F(BatchWizard, WithThePromptEachSubfolderGoesThroughTheStepsAgain) {
     Click(*w, "cmdNext");
     ASSERT_NO_FATAL_FAILURE(Run());
     EXPECT_EQ(total->written, 4);
+    EXPECT_EQ(Get<QProgressBar>("picProgress")->value(), 100);
     EXPECT_TRUE(fs::exists(root_ / "out/sub/d.png"));
 }
 
