@@ -140,7 +140,6 @@ TEST(BatchJob, TheReadmesKeysAreTheOnesWrittenAndRead) {
 
 TEST(BatchJob, ReadsHandWrittenValuesAndIgnoresWhatItCannotUse) {
     EXPECT_EQ(Read(""), BatchJob{});
-    EXPECT_EQ(BatchJob{}.JpegQuality(), 95);  // "Highest Quality"
     const BatchJob job = Read("[job]\ntype=Web\nWidth=12.5\nHeight=abc\nBestFit=False\nForceResize=yes\n"
                               "OutputType=png (*.PNG)\nQuality=80\nOverwrite=notoall\nResample=maybe\nColour=Blue\n"
                               "[Pictures]\nPicture1=b.jpg\nPicture2=a.png\nCaption2=Beach\nPicture4=after a gap.jpg\n");
