@@ -38,12 +38,6 @@ Files Written(const BatchRunReport& report) {
     return files;
 }
 
-std::vector<std::string> Names(const std::vector<fs::path>& files) {
-    std::vector<std::string> names;
-    for (const fs::path& f : files) names.push_back(f.filename().string());
-    return names;
-}
-
 long FilesIn(const fs::path& folder) {
     return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
 }
@@ -266,10 +260,10 @@ TEST_F(BatchRunTest, DirectSubfoldersComeBeforeTheirDescendantsAndOnlyPlainFolde
 TEST_F(BatchRunTest, TheFileFilterDecidesWhatAListingAdmits) {
     for (const char* f : {"a.JPG", "b.tiff", "c.txt", "noext", "\xff.png"}) WriteText(src_ / f, "x");
     fs::create_directories(src_ / "folder.jpg");
-    EXPECT_EQ(Names(ListPictures(src_, PictureFilter())), (std::vector<std::string>{"a.JPG", "b.tiff", "\xff.png"}));
+    EXPECT_EQ(ListPictures(src_, PictureFilter()), (std::vector{src_ / "a.JPG", src_ / "b.tiff", src_ / "\xff.png"}));
     const PictureFilter narrow = PictureFilter::FromText("*.png; JPG");
     EXPECT_EQ(narrow.Text(), "png;jpg");
-    EXPECT_EQ(Names(ListPictures(src_, narrow)), (std::vector<std::string>{"a.JPG", "\xff.png"}));
+    EXPECT_EQ(ListPictures(src_, narrow), (std::vector{src_ / "a.JPG", src_ / "\xff.png"}));
     EXPECT_EQ(PictureFilter::FromText(" ; "), PictureFilter());
     EXPECT_EQ(PictureFilter().Text(), "bmp;gif;jpg;jpeg;png;tif;tiff;ico;webp;avif;heic;heif");
 }
