@@ -36,6 +36,9 @@ const struct {
     {"webp", [](const cDib& d, std::vector<uint8_t>& o) { return EncodeWebp(d, 90, o); }},
 };
 
+// The thumbnail is left out, the size and orientation are the output's.
+constexpr const char* kCarried = "Quorcam Q1 2024:05:06 07:08:09 1/250 1 48 64 gps rating 3 harbour swapped";
+
 TEST(Metadata, CarriedIntoEveryOutputTypeWithSizeAndOrientationUpdated) {
     const SourceMetadata source = ReadMetadata(CameraJpeg());
     ASSERT_TRUE(source.HasMetadata());
@@ -47,38 +50,17 @@ TEST(Metadata, CarriedIntoEveryOutputTypeWithSizeAndOrientationUpdated) {
         DecodedPicture still;
         ASSERT_TRUE(DecodePicture(bytes, still)) << out.name;
         EXPECT_EQ(still.pixels.Width(), 48) << out.name;
-
-        auto image = test::OpenBytes(bytes);
-        Exiv2::ExifData exif = image->exifData();
-        EXPECT_EQ(exif["Exif.Image.Make"].toString(), "Quorcam") << out.name;
-        EXPECT_EQ(exif["Exif.Photo.DateTimeOriginal"].toString(), "2024:05:06 07:08:09") << out.name;
-        EXPECT_EQ(exif["Exif.Photo.ExposureTime"].toString(), "1/250") << out.name;
-        EXPECT_EQ(exif["Exif.Image.Orientation"].toLong(), 1) << out.name;
-        EXPECT_EQ(exif["Exif.Photo.PixelXDimension"].toLong(), 48) << out.name;
-        EXPECT_EQ(exif["Exif.Photo.PixelYDimension"].toLong(), 64) << out.name;
-        EXPECT_FALSE(test::Has(exif, "Exif.Thumbnail.JPEGInterchangeFormat")) << out.name;
-        EXPECT_TRUE(test::HasGps(exif)) << out.name;
-        EXPECT_EQ(image->xmpData()["Xmp.xmp.Rating"].toString(), "3") << out.name;
-        if (std::string(out.name) != "webp")  // WebP has no place for IPTC
-            EXPECT_EQ(image->iptcData()["Iptc.Application2.Keywords"].toString(), "harbour") << out.name;
-        ASSERT_TRUE(image->iccProfileDefined()) << out.name;
-        const Exiv2::DataBuf* icc = image->iccProfile();
-        EXPECT_EQ(std::vector<uint8_t>(icc->pData_, icc->pData_ + icc->size_), test::SwappedProfile()) << out.name;
+        std::string want = kCarried;
+        if (std::string(out.name) == "webp") want.replace(want.find("harbour "), 8, "");  // WebP has no place for IPTC
+        EXPECT_EQ(test::Facts(bytes), want) << out.name;
     }
 }
 
 TEST(Metadata, AvifOutputTakesTheBlocksWhileEncoding) {
-    const SourceMetadata source = ReadMetadata(CameraJpeg());
-    const MetadataBlocks blocks = OutputBlocks(source, 48, 64, {.removeGps = true});
+    const MetadataBlocks blocks = OutputBlocks(ReadMetadata(CameraJpeg()), 48, 64, {.removeGps = true});
     std::vector<uint8_t> bytes;
     ASSERT_TRUE(EncodeAvif(test::Flat(48, 64, {10, 20, 30}), 80, bytes, &blocks));
-    auto image = test::OpenBytes(bytes);
-    Exiv2::ExifData exif = image->exifData();
-    EXPECT_EQ(exif["Exif.Image.Make"].toString(), "Quorcam");
-    EXPECT_EQ(exif["Exif.Image.Orientation"].toLong(), 1);
-    EXPECT_FALSE(test::HasGps(exif));
-    EXPECT_EQ(image->xmpData()["Xmp.xmp.Rating"].toString(), "3");
-    EXPECT_TRUE(image->iccProfileDefined());
+    EXPECT_EQ(test::Facts(bytes), "Quorcam Q1 2024:05:06 07:08:09 1/250 1 48 64 rating 3 swapped");
 }
 
 // A TIFF's own orientation tag is its EXIF orientation.
@@ -89,11 +71,8 @@ TEST(Metadata, TiffOrientationTagTurnsItUpright) {
     tiff = test::Edited(tiff, [](Exiv2::Image& image) { image.exifData()["Exif.Image.Orientation"] = uint16_t(8); });
     DecodedPicture d;
     ASSERT_TRUE(DecodePicture(tiff, d));
-    ASSERT_EQ(d.pixels.Width(), 20);
-    ASSERT_EQ(d.pixels.Height(), 30);
     // Orientation 8 turns it a quarter anticlockwise: the red top becomes the left half.
-    EXPECT_EQ(d.pixels.Row(5)[2 * 4 + 2], 255);
-    EXPECT_EQ(d.pixels.Row(5)[17 * 4 + 1], 255);
+    EXPECT_EQ(test::MaxDiff(d.pixels, test::Make(20, 30, [](int x, int) { return x < 10 ? test::Rgb(255, 0, 0) : test::Rgb(0, 255, 0); })), 0);
 }
 
 TEST(Metadata, RemovingGpsOrEverything) {
@@ -103,27 +82,16 @@ TEST(Metadata, RemovingGpsOrEverything) {
     none = noGps;
     ASSERT_TRUE(WriteMetadata(source, noGps, 48, 64, {.removeGps = true}));
     ASSERT_TRUE(WriteMetadata(source, none, 48, 64, {.removeAll = true}));
-    auto a = test::OpenBytes(noGps);
-    EXPECT_FALSE(test::HasGps(a->exifData()));
-    EXPECT_FALSE(test::Has(a->exifData(), "Exif.Image.GPSTag"));
-    EXPECT_EQ(a->exifData()["Exif.Image.Model"].toString(), "Q1");
+    EXPECT_EQ(test::Facts(noGps), "Quorcam Q1 2024:05:06 07:08:09 1/250 1 48 64 rating 3 harbour swapped");
     auto b = test::OpenBytes(none);
-    EXPECT_TRUE(b->exifData().empty());
-    EXPECT_TRUE(b->iptcData().empty());
-    EXPECT_TRUE(b->xmpData().empty());
-    EXPECT_TRUE(b->iccProfileDefined());  // colours are not metadata
+    EXPECT_TRUE(b->exifData().empty() && b->iptcData().empty() && b->xmpData().empty());
+    EXPECT_EQ(test::Facts(none), "swapped");  // colours are not metadata
 }
 
+// A damaged EXIF block through the batch: PhonePhotosTest.
 TEST(Metadata, BadMetadataIsLeftOutWithANote) {
     std::vector<uint8_t> jpeg, png;
     ASSERT_EQ(EncodeJpeg(test::Flat(16, 16, {1, 2, 3}).View(), 90, jpeg), kJpegOk);
-    const auto damaged = test::WithJpegExif(jpeg, test::ExifBlock({{0x8769, 4, 1, 8}}));  // a loop
-    const SourceMetadata fromDamaged = ReadMetadata(damaged);
-    EXPECT_FALSE(fromDamaged.HasMetadata());
-    EXPECT_NE(fromDamaged.Note(), "");
-    DecodedPicture d;
-    EXPECT_TRUE(DecodePicture(damaged, d));
-
     // A CMYK profile does not describe the RGB pixels the loader hands over.
     std::vector<uint8_t> cmyk = test::SwappedProfile();
     std::memcpy(cmyk.data() + 16, "CMYK", 4);
@@ -148,8 +116,7 @@ TEST(Metadata, BadMetadataIsLeftOutWithANote) {
 
 // CMYK JPEGs store their inks inverted, as most editors write them: stored (0, 255, 255, 255)
 // is full cyan and no black, which shows as RGB (0, 255, 255); stored (255, 255, 255, 127)
-// is no ink and half black: grey 127.
-// A one-row CMYK JPEG of the given inks, four bytes a pixel.
+// is no ink and half black: grey 127. A one-row CMYK JPEG of the given inks, four bytes a pixel.
 std::vector<uint8_t> CmykJpeg(std::span<const uint8_t> inks) {
     tjhandle tj = tjInitCompress();
     unsigned char* jpeg = nullptr;
@@ -160,15 +127,6 @@ std::vector<uint8_t> CmykJpeg(std::span<const uint8_t> inks) {
     tjFree(jpeg);
     tjDestroy(tj);
     return bytes;
-}
-
-TEST(ColourProfile, CmykJpegShowsItsInks) {
-    const uint8_t cmyk[2 * 4] = {0, 255, 255, 255, 255, 255, 255, 127};
-    DecodedPicture d;
-    ASSERT_TRUE(DecodePicture(CmykJpeg(cmyk), d));
-    const uint8_t* p = d.pixels.Row(0);
-    const int want[8] = {255, 255, 0, 0, 127, 127, 127, 0};  // cyan, then grey (blue, green, red, unused)
-    for (int i : {0, 1, 2, 4, 5, 6}) EXPECT_NEAR(p[i], want[i], 3) << i;
 }
 
 // A printer's CMYK profile made here: its cyan ink lets 70 % of green through, where simple
@@ -217,13 +175,13 @@ std::vector<uint8_t> WithProfile(std::vector<uint8_t> jpeg, const std::vector<ui
 }
 
 TEST(ColourProfile, CmykJpegThroughItsOwnProfile) {
-    const uint8_t cyan[4] = {0, 255, 255, 255};  // the inverted ink
-    const std::vector<uint8_t> jpeg = CmykJpeg(cyan);
+    const uint8_t inks[2 * 4] = {0, 255, 255, 255, 255, 255, 255, 127};  // full cyan; no ink and half black
+    const std::vector<uint8_t> jpeg = CmykJpeg(inks);
     ASSERT_FALSE(jpeg.empty());
     const std::vector<uint8_t> ink = InkProfile(), garbage(ink.size(), 0x5A);  // ink: 4 pieces
     const struct {
         std::vector<uint8_t> file;
-        int green;  // 0.7 × 255 through the profile; 255 by ink arithmetic
+        int green;  // of the cyan: 0.7 × 255 through the profile; 255 by ink arithmetic
     } cases[] = {{WithProfile(jpeg, ink, 99), 178}, {jpeg, 255}, {WithProfile(jpeg, ink, 1), 255},
                  {WithProfile(jpeg, garbage, 99), 255}};
     for (const auto& c : cases) {
@@ -233,6 +191,7 @@ TEST(ColourProfile, CmykJpegThroughItsOwnProfile) {
         EXPECT_GT(p[0], 240);  // blue
         EXPECT_NEAR(p[1], c.green, 10);
         EXPECT_LT(p[2], 30);  // red
+        for (int i : {4, 5, 6}) EXPECT_NEAR(p[i], 127, 4) << i;  // half black is grey either way
     }
 }
 

@@ -81,6 +81,26 @@ inline std::vector<uint8_t> SwappedProfile() {
     return bytes;
 }
 
+// What a file's metadata says, as one line: the camera fields present, "gps" for any GPS
+// data, "thumbnail", the rating, the keywords, and "swapped" or "icc" for a colour profile.
+inline std::string Facts(const std::vector<uint8_t>& file) {
+    auto image = OpenBytes(file);
+    const Exiv2::ExifData& exif = image->exifData();
+    std::string s;
+    for (const char* key : {"Exif.Image.Make", "Exif.Image.Model", "Exif.Photo.DateTimeOriginal", "Exif.Photo.ExposureTime",
+                            "Exif.Image.Orientation", "Exif.Photo.PixelXDimension", "Exif.Photo.PixelYDimension"})
+        if (const auto it = exif.findKey(Exiv2::ExifKey(key)); it != exif.end()) s += it->toString() + " ";
+    if (HasGps(exif) || Has(exif, "Exif.Image.GPSTag")) s += "gps ";
+    if (Has(exif, "Exif.Thumbnail.JPEGInterchangeFormat")) s += "thumbnail ";
+    for (const auto& x : image->xmpData())
+        if (x.key() == "Xmp.xmp.Rating") s += "rating " + x.toString() + " ";
+    for (const auto& i : image->iptcData())
+        if (i.key() == "Iptc.Application2.Keywords") s += i.toString() + " ";
+    if (const Exiv2::DataBuf* icc = image->iccProfileDefined() ? image->iccProfile() : nullptr)
+        s += std::vector<uint8_t>(icc->pData_, icc->pData_ + icc->size_) == SwappedProfile() ? "swapped" : "icc";
+    return s;
+}
+
 inline Exiv2::DataBuf Buf(const std::vector<uint8_t>& v) { return Exiv2::DataBuf(v.data(), static_cast<long>(v.size())); }
 
 }  // namespace quorbel::test

@@ -30,12 +30,14 @@ std::vector<uint8_t> PngOfSize(std::vector<uint8_t> png, uint32_t w, uint32_t h)
 
 std::vector<std::vector<uint8_t>> GoodFiles() {
     cDib picture = Gradient(37, 23);
-    std::vector<std::vector<uint8_t>> files(5);
+    std::vector<std::vector<uint8_t>> files(7);
     EncodePng(picture, files[0]);
     EncodeTiff(picture, 6, 24, files[1]);
     EncodeGif(picture, files[2]);
     EncodeBmp(picture, files[3]);
     EncodeJpeg(picture.View(), 80, files[4]);
+    EncodeWebp(picture, 80, files[5]);
+    EncodeAvif(picture, 80, files[6]);
     return files;
 }
 

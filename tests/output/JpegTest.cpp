@@ -50,69 +50,52 @@ size_t FrameSizeOffset(const std::vector<uint8_t>& j) {
 TEST(Jpeg, RoundTripsEveryRowPaddingUpright) {
     // Widths 1..4 give row padding 3, 2, 1 and 0 bytes in the 24-bit buffer.
     for (int w : {1, 2, 3, 4, 37}) {
-        cDib original = Smooth(w, 23);
+        cDib original = Smooth(w, 23);  // green rises top to bottom: a flipped decode is far off
         std::vector<uint8_t> bytes;
         ASSERT_TRUE(SaveJPGToBytes(Section(original), bytes, 97));
         cDIBSection loaded;
         ScriptedMessageBox messages;
         ASSERT_TRUE(LoadJPGFromBytes(loaded, bytes, messages)) << w;
         EXPECT_TRUE(messages.Shown().empty());
-        ASSERT_EQ(loaded.Width(), w);
-        ASSERT_EQ(loaded.Height(), 23);
-        // Green rises from top to bottom: a flipped decode would reverse it.
-        EXPECT_LT(loaded.Row(0)[1], 20);
-        EXPECT_GT(loaded.Row(22)[1], 150);
         EXPECT_LT(MeanDiff(original, FromSection(loaded)), 4.0) << w;
+        EXPECT_EQ(SizeOf(FromSection(loaded)), SizeOf(original));
     }
-}
-
-TEST(Jpeg, QualityIsPassedThrough) {
-    cDib picture = Gradient(64, 64);
-    EXPECT_LT(JpegOf(picture, 20).size(), JpegOf(picture, 95).size());
 }
 
 TEST(Jpeg, SaveErrorCarriesNumberSourceAndStatus) {
     ScratchDir dir;
-    cDIBSection section = Section(Gradient(8, 8));
-    try {
-        SaveJPG(section, (dir / "q0.jpg").string(), 101);  // the library accepts up to 100
-        FAIL() << "no error raised";
-    } catch (const RuntimeError& e) {
-        EXPECT_EQ(e.Number(), 26001);
-        EXPECT_EQ(e.Source(), ProgramName() + ".mIntelJPEGLibrary");
-        EXPECT_EQ(e.Description(), "Failed to save to JPG -2");
-    }
-    EXPECT_FALSE(std::filesystem::exists(dir / "q0.jpg"));
-    try {
-        SaveJPG(section, (dir / "no such folder" / "a.jpg").string(), 80);
-        FAIL() << "no error raised";
-    } catch (const RuntimeError& e) {
-        EXPECT_EQ(e.Description(), "Failed to save to JPG -3");
-    }
-    cDIBSection empty;
-    EXPECT_THROW(SaveJPG(empty, (dir / "e.jpg").string(), 80), RuntimeError);
+    cDIBSection section = Section(Gradient(8, 8)), empty;
+    const auto error = [&](const cDIBSection& s, const fs::path& path, int quality) {
+        try {
+            SaveJPG(s, path.string(), quality);
+        } catch (const RuntimeError& e) {
+            EXPECT_EQ(e.Number(), 26001);
+            EXPECT_EQ(e.Source(), ProgramName() + ".mIntelJPEGLibrary");
+            return e.Description();
+        }
+        return std::string("no error raised");
+    };
+    EXPECT_EQ(error(section, dir / "q0.jpg", 101), "Failed to save to JPG -2");  // the library accepts up to 100
+    EXPECT_FALSE(fs::exists(dir / "q0.jpg"));
+    EXPECT_EQ(error(section, dir / "no such folder" / "a.jpg", 80), "Failed to save to JPG -3");
+    EXPECT_NE(error(empty, dir / "e.jpg", 80), "no error raised");
 }
 
 // Saved through the safe replacement (whose own tests pin the rest): the old file's dates
-// and read-only bit stay, a failed save leaves it alone; awkward names are no trouble.
-TEST(Jpeg, OverwriteKeepsTimesAndReadOnlyAndFailureKeepsOldFile) {
+// stay, a failed save leaves it alone.
+TEST(Jpeg, OverwriteKeepsTimesAndFailureKeepsOldFile) {
     ScratchDir dir;
-    const auto target = dir / "été photo \xff.jpg";  // blank, non-ASCII and invalid UTF-8
+    const auto target = dir / "photo.jpg";
     WriteBytes(target, {1, 2, 3});
     const timespec times[2] = {{1000000000, 5}, {1100000000, 7}};  // access, modification
     ASSERT_EQ(utimensat(AT_FDCWD, target.c_str(), times, 0), 0);
-    ASSERT_EQ(chmod(target.c_str(), 0444), 0);
-
     cDIBSection section = Section(Gradient(16, 16));
     ASSERT_TRUE(SaveJPG(section, target.string(), 80));
     struct stat st {};
     ASSERT_EQ(stat(target.c_str(), &st), 0);
     EXPECT_EQ(st.st_mtim.tv_sec, 1100000000);
-    EXPECT_EQ(st.st_mode & 0777, 0444u);
     const auto written = ReadBytes(target);
-    ASSERT_GT(written.size(), 3u);
-    EXPECT_EQ(written[0], 0xFF);
-
+    EXPECT_EQ(written.at(0), 0xFF);
     EXPECT_THROW(SaveJPG(section, target.string(), 1000), RuntimeError);
     EXPECT_EQ(ReadBytes(target), written);
 }
@@ -168,31 +151,13 @@ TEST(Jpeg, ScaleKeepsAtLeastTwiceTheTargetPerAxis) {
 TEST(Jpeg, ScaledDecodeRoundsSizesUpAndKeepsColours) {
     cDib original = Gradient(100, 60);
     const auto bytes = JpegOf(original, 95);
-    cDib eighth;
-    ASSERT_EQ(DecodeJpeg(bytes, eighth, 8), kJpegOk);
-    EXPECT_EQ(eighth.Width(), 13);
-    EXPECT_EQ(eighth.Height(), 8);
-    // Left half dark red, right half bright red, top rows little green.
-    EXPECT_LT(eighth.Row(0)[2], 90);
-    EXPECT_GT(eighth.Row(0)[12 * 4 + 2], 180);
-    EXPECT_LT(eighth.Row(0)[1], 40);
-    cDib half;
-    ASSERT_EQ(DecodeJpeg(bytes, half, 2), kJpegOk);
-    EXPECT_EQ(half.Width(), 50);
-    EXPECT_EQ(half.Height(), 30);
-}
-
-TEST(Jpeg, CorpusPhotoFullAndEighth) {
-    const char* corpus = Corpus();
-    if (!corpus) GTEST_SKIP() << "corpus not present";
-    std::vector<uint8_t> bytes;
-    ASSERT_FALSE(ReadWholeFile(std::filesystem::path(corpus) / "mate-Garden.jpg", bytes));
-    JpegInfo info;
-    ASSERT_EQ(ReadJpegInfo(bytes, info), kJpegOk);
-    for (int d : {1, 8}) {
-        cDib out;
-        ASSERT_EQ(DecodeJpeg(bytes, out, d), kJpegOk);
-        EXPECT_EQ(out.Width(), (info.width + d - 1) / d);
+    for (auto [d, w, h] : {std::tuple{8, 13, 8}, {2, 50, 30}}) {
+        cDib scaled;
+        ASSERT_EQ(DecodeJpeg(bytes, scaled, d), kJpegOk);
+        EXPECT_EQ(SizeOf(scaled), std::make_pair(w, h));
+        // Left edge dark red, right edge bright red.
+        EXPECT_LT(At(scaled, 0, 0).r, 90);
+        EXPECT_GT(At(scaled, w - 1, 0).r, 180);
     }
 }
 

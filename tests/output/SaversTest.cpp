@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <functional>
+#include <tuple>
 
 #include "Pictures.h"
 #include "Scratch.h"
@@ -85,10 +86,10 @@ TEST_F(SaverTest, EachSaverWritesItsFormat) {
     clsSavePNG png(ctx);
     ClsSaveTIFF tif(ctx);
     clsSaveBMP bmp(ctx);
-    EXPECT_EQ(DetectPictureFormat(ReadBytes(gif.SaveFiletoSpecLoc(Folder(), "g.jpg"))), PictureFormat::Gif);
-    EXPECT_EQ(DetectPictureFormat(ReadBytes(png.SaveFiletoSpecLoc(Folder(), "p"))), PictureFormat::Png);
-    EXPECT_EQ(DetectPictureFormat(ReadBytes(tif.SaveFiletoSpecLoc(Folder(), "t"))), PictureFormat::Tiff);
-    EXPECT_EQ(DetectPictureFormat(ReadBytes(bmp.SaveFiletoSpecLoc(Folder(), "b"))), PictureFormat::Bmp);
+    const std::tuple<SaverBase*, const char*, PictureFormat> savers[] = {
+        {&gif, "g.jpg", PictureFormat::Gif}, {&png, "p", PictureFormat::Png}, {&tif, "t", PictureFormat::Tiff}, {&bmp, "b", PictureFormat::Bmp}};
+    for (const auto& [saver, name, format] : savers)
+        EXPECT_EQ(DetectPictureFormat(ReadBytes(saver->SaveFiletoSpecLoc(Folder(), name))), format) << name;
     const std::string temp = png.SaveToTemporaryFile(dir.path);
     EXPECT_EQ(temp, (dir / "tmp.png").string());
     EXPECT_EQ(DetectPictureFormat(ReadBytes(temp)), PictureFormat::Png);
@@ -185,34 +186,23 @@ TEST_F(SaverTest, RenameAsksAgainUntilTheNameIsFree) {
     EXPECT_FALSE(state.YesToAll);
 }
 
-TEST_F(SaverTest, QuestionOptionsAndFlagTable) {
+TEST_F(SaverTest, SkipClearsWriteAndARenameReplacesTheNameWhateverItsCase) {
     OverwriteState s;
-    WarningQuestion q(s, messages, "m", "/x/a.jpg", "a.jpg");
-    EXPECT_EQ(q.Option(), WarningOption::OverWrite);
-    q.Choose(WarningOption::Rename);
-    q.SetRenameText("b");
-    q.Choose(WarningOption::Seq);  // every option clears the box
-    EXPECT_EQ(q.RenameText(), "");
-    EXPECT_TRUE(q.YesToAllEnabled());
-    q.Yes();
-    EXPECT_TRUE(s.WriteThis);
-    EXPECT_FALSE(s.SkipThis);
+    s.WriteThis = true;
+    WarningQuestion skip(s, messages, "m", "/x/a.jpg", "a.jpg");
+    EXPECT_EQ(skip.Option(), WarningOption::OverWrite);
+    skip.Choose(WarningOption::Skip);
+    skip.Yes();
+    EXPECT_TRUE(s.SkipThis);
+    EXPECT_FALSE(s.WriteThis || s.NoToAll);
 
-    // The new name replaces the old one wherever it appears, whatever its case.
     WarningQuestion renamed(s, messages, "m", "/x/A.JPG", "a.jpg");
     renamed.Choose(WarningOption::Rename);
     renamed.SetRenameText("b.jpg");
     renamed.Yes();
     EXPECT_EQ(renamed.TargetPath(), "/x/b.jpg");
-
-    OverwriteState t;
-    t.WriteThis = true;
-    WarningQuestion skip(t, messages, "m", "/x/a.jpg", "a.jpg");
-    skip.Choose(WarningOption::Skip);
-    skip.Yes();
-    EXPECT_TRUE(t.SkipThis);
-    EXPECT_FALSE(t.WriteThis);
-    EXPECT_FALSE(t.NoToAll);
+    EXPECT_TRUE(s.WriteThis);
+    EXPECT_FALSE(s.SkipThis);
 }
 
 TEST_F(SaverTest, AFailedWriteShowsTheMessage) {

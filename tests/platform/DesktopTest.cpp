@@ -78,17 +78,16 @@ TEST_F(DesktopTest, WebPagesNeedADefaultBrowserAndSayWhyTheyFail) {
     StandIn("xdg-mime", 0, "");
     StandIn("xdg-open");
     EXPECT_FALSE(desktop_.OpenWebPage("https://example.org/"));
+    const auto shown = [this] { return std::make_pair(messages_.Shown().back().text, messages_.Shown().back().title); };
     ASSERT_EQ(messages_.Shown().size(), 1u);
-    EXPECT_EQ(messages_.Shown()[0].text, "Could not find associated Browser");
-    EXPECT_EQ(messages_.Shown()[0].title, "Browser Not Found");
+    EXPECT_EQ(shown(), std::make_pair(std::string("Could not find associated Browser"), std::string("Browser Not Found")));
     EXPECT_EQ(Calls().find("xdg-open"), std::string::npos);
 
     StandIn("xdg-mime", 0, "firefox-esr.desktop\n");
     EXPECT_EQ(desktop_.DefaultBrowser(), "firefox-esr.desktop");
     StandIn("xdg-open", 4);
     EXPECT_FALSE(desktop_.OpenWebPage("https://example.org/"));
-    EXPECT_EQ(messages_.Shown().back().text, "Web Page not Opened");
-    EXPECT_EQ(messages_.Shown().back().title, "URL Failed");
+    EXPECT_EQ(shown(), std::make_pair(std::string("Web Page not Opened"), std::string("URL Failed")));
 
     StandIn("xdg-open", 0);
     EXPECT_TRUE(desktop_.OpenWebPage("https://example.org/"));

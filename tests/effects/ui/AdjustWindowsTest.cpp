@@ -83,11 +83,10 @@ TEST(AdjustWindows, WarpWaitsForAChoiceAndBalanceRefreshPutsTheBarsBack) {
     EXPECT_EQ(warp.cboTransformation->itemText(2), "Wave");
     EXPECT_EQ(warp.btnCancel->toolTip(), kWarpCancelHint);
     // Nothing chosen: nothing to hand back, and the button only closes.
-    EXPECT_EQ(warp.Transformation(), -1);
-    EXPECT_FALSE(warp.btnOK->isEnabled());
+    EXPECT_TRUE(warp.Transformation() == -1 && !warp.btnOK->isEnabled());
     EXPECT_EQ(warp.btnCancel->text(), "Close");
     warp.cboTransformation->setCurrentIndex(2);
-    EXPECT_TRUE(warp.btnOK->isEnabled());
+    EXPECT_TRUE(warp.Transformation() == 2 && warp.btnOK->isEnabled());
     EXPECT_EQ(warp.btnCancel->text(), "Cancel");
     // The preview (360 wide) maps through the whole picture's geometry: the wave's 5-pixel
     // lift at column 0 covers just over one preview row, not five.

@@ -21,6 +21,8 @@
 namespace quorbel::test {
 namespace {
 
+using Params = std::array<int, 3>;
+
 bool ApplyAndWait(fFilter& w) {
     QSignalSpy spy(&w, &fFilter::applyFinished);
     QTest::mouseClick(w.cmdApply, Qt::LeftButton);
@@ -63,14 +65,10 @@ TEST_F(FilterWindowTest, AppliesStackAndReachTheFilterWithTheSliders) {
     const cDib before = Copy(picture);
     cDib expected = Copy(picture);
     fFilter w(picture, "photo.jpg", messages);
-    struct Step {
-        int index;
-        std::array<int, 3> sliders;
-    };
     // Negative twice: starting each Apply from the opened picture would not give this.
-    for (const Step& step : {Step{20, {10, -20, 0}}, Step{13, {}}, Step{13, {}}, Step{1, {25}}}) {
-        w.SelectFilter(step.index);
-        for (int k = 0; k < FilterList()[step.index].paramCount; ++k) w.sbParam[k]->SetValue(step.sliders[k]);
+    for (const auto& [index, sliders] : {std::pair{20, Params{10, -20, 0}}, {13, {}}, {13, {}}, {1, {25}}}) {
+        w.SelectFilter(index);
+        for (int k = 0; k < FilterList()[index].paramCount; ++k) w.sbParam[k]->SetValue(sliders[k]);
         QSignalSpy spy(&w, &fFilter::applyFinished);
         QTest::mouseClick(w.cmdApply, Qt::LeftButton);
         // The run is on a worker: the window answers, its settings locked until the end.
@@ -79,7 +77,7 @@ TEST_F(FilterWindowTest, AppliesStackAndReachTheFilterWithTheSliders) {
         EXPECT_TRUE(spy.front().front().toBool());
         EXPECT_TRUE(w.cbFilter->isEnabled());
         cDIBFilter engine;
-        ApplyFilter(engine, expected, step.index, {{step.sliders}, {}});
+        ApplyFilter(engine, expected, index, {{sliders}, {}});
     }
     EXPECT_TRUE(w.Applied());
     EXPECT_TRUE(Same(w.TakeResult(), expected));
@@ -89,27 +87,19 @@ TEST_F(FilterWindowTest, AppliesStackAndReachTheFilterWithTheSliders) {
 
 TEST_F(FilterWindowTest, PreviewFiltersASmallCopyOrTheMiddleAtActualSize) {
     const cDib picture = Noisy(1200, 900);
-    const cDib before = Copy(picture);
     fFilter w(picture, "a.jpg", messages);
     const QImage original = w.picPreview->Image();
     ASSERT_EQ(original.size(), QSize(480, 360));
     w.SelectFilter(13);  // Negative
     QTest::mouseClick(w.cmdPreview, Qt::LeftButton);
-    const QImage shown = w.picPreview->Image();
-    ASSERT_EQ(shown.size(), original.size());
-    for (const QPoint p : {QPoint(0, 0), QPoint(479, 359), QPoint(100, 7)}) {
-        const QRgb o = original.pixel(p);
-        EXPECT_EQ(shown.pixel(p), qRgb(255 - qRed(o), 255 - qGreen(o), 255 - qBlue(o)));
-    }
+    const QRgb o = original.pixel(100, 7);
+    EXPECT_EQ(w.picPreview->Image().pixel(100, 7), qRgb(255 - qRed(o), 255 - qGreen(o), 255 - qBlue(o)));
     // At actual size its corner is picture pixel ((1200 - 480) / 2, (900 - 360) / 2).
     w.chkActualSize->setChecked(true);
     ASSERT_EQ(w.picPreview->Image().size(), QSize(480, 360));
-    for (const QPoint p : {QPoint(0, 0), QPoint(479, 359), QPoint(100, 7)}) {
-        const Px o = At(picture, 360 + p.x(), 270 + p.y());
-        EXPECT_EQ(w.picPreview->Image().pixel(p), qRgb(255 - o.r, 255 - o.g, 255 - o.b));
-    }
+    const Px p = At(picture, 360 + 100, 270 + 7);
+    EXPECT_EQ(w.picPreview->Image().pixel(100, 7), qRgb(255 - p.r, 255 - p.g, 255 - p.b));
     EXPECT_FALSE(w.Applied());
-    EXPECT_TRUE(Same(picture, before));
 }
 
 TEST_F(FilterWindowTest, ReplaceFiltersPickColoursAndHoldingShowsTheBefore) {
@@ -167,16 +157,13 @@ TEST_F(FilterWindowTest, NothingComesBackUnlessAnApplyWentThrough) {
 
     // The dialog opens on the entry asked for and hands back what was applied, or nothing.
     for (bool apply : {true, false}) {
-        int openedWith = -1;
         QTimer::singleShot(0, [&] {
             auto* d = qobject_cast<fFilter*>(QApplication::activeModalWidget());
-            ASSERT_NE(d, nullptr);
-            openedWith = d->FilterIndex();
+            ASSERT_TRUE(d && d->FilterIndex() == 13);
             if (apply) ApplyAndWait(*d);
             QTest::mouseClick(d->cmdClose, Qt::LeftButton);
         });
         const std::optional<cDib> result = RunFilterDialog(nullptr, picture, "a.jpg", messages, 13);
-        EXPECT_EQ(openedWith, 13);
         ASSERT_EQ(result.has_value(), apply);
         if (apply) EXPECT_EQ(At(*result, 3, 7), Rgb(252, 248, 246));
     }
