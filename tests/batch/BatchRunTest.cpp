@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <chrono>
 #include <stdexcept>
 
 #include "Pictures.h"
 #include "Scratch.h"
-#include "batch/BatchRun.h"
+#include "batch/BatchSession.h"
 #include "effects/cDIBFilter.h"
 #include "output/Codecs.h"
 #include "output/PictureFormats.h"
@@ -15,6 +17,7 @@ namespace {
 
 using namespace test;
 using Size = std::pair<int, int>;
+using Files = std::vector<std::pair<std::string, Size>>;
 
 Bytes Encoded(const cDib& picture, PictureFormat format) {
     Bytes out;
@@ -26,6 +29,13 @@ Bytes Encoded(const cDib& picture, PictureFormat format) {
 Size FileSize(const fs::path& file) {
     DecodedPicture picture;
     return DecodePicture(ReadBytes(file), picture) ? SizeOf(picture.pixels) : Size{0, 0};
+}
+
+// The report's outputs by name, each with the size of the picture written.
+Files Written(const BatchRunReport& report) {
+    Files files;
+    for (const fs::path& f : report.outputs) files.emplace_back(f.filename().string(), FileSize(f));
+    return files;
 }
 
 long FilesIn(const fs::path& folder) {
@@ -43,10 +53,7 @@ Bytes PngIcon(const cDib& picture) {
 }
 
 Bytes Jpeg(int w, int h, int seed = 7) { return Encoded(Grainy(w, h, seed), PictureFormat::Jpeg); }
-Bytes Cut(Bytes bytes, size_t part) {  // the file's first 1 / part
-    bytes.resize(bytes.size() / part);
-    return bytes;
-}
+Bytes Cut(const Bytes& bytes, size_t part) { return {bytes.begin(), bytes.begin() + long(bytes.size() / part)}; }
 
 class BatchRunTest : public testing::Test {
 protected:
@@ -80,6 +87,7 @@ TEST_F(BatchRunTest, GoodPicturesAreWrittenAndBadOnesReportedByName) {
     BatchJob job = FitJob(20, 20);
     job.rename = true;
     job.newName = "Pic";
+    job.effect = "Blur";
     // Left half-written by a run that was killed two minutes ago: cleared before this one.
     const fs::path stale = out_ / ".quorbel-Pic_001.jpg-a1b2c3";
     WriteText(stale, "old");
@@ -88,38 +96,41 @@ TEST_F(BatchRunTest, GoodPicturesAreWrittenAndBadOnesReportedByName) {
     const BatchRunReport report = RunBatch(job, {.threads = 2, .progress = [&](int percent, const std::string&) {
                                                      percents.push_back(percent);
                                                  }});
-    EXPECT_EQ(report.total, 5);
-    EXPECT_FALSE(report.stopped);
     // Numbers count only pictures written. 40 × 30 into 20 × 20: 0.5 < 0.667, so 20 × 15;
     // 64 × 64: 20 × 20; 10 × 50: 0.4, so 4 × 20.
-    EXPECT_EQ(report.outputs, (std::vector{out_ / "Pic_001.jpg", out_ / "Pic_002.jpg", out_ / "Pic_003.jpg"}));
-    const Size sizes[] = {{20, 15}, {20, 20}, {4, 20}};
-    for (size_t i = 0; i < report.outputs.size(); ++i) EXPECT_EQ(FileSize(report.outputs[i]), sizes[i]);
+    EXPECT_EQ(Written(report), (Files{{"Pic_001.jpg", {20, 15}}, {"Pic_002.jpg", {20, 20}}, {"Pic_003.jpg", {4, 20}}}));
     EXPECT_EQ(FilesIn(out_), 3);
     EXPECT_EQ(report.FailureText(), "2 pictures could not be processed\nc.jpg\nd.jpg");
     EXPECT_EQ(percents, (std::vector<int>{20, 40, 60, 80, 100}));
 }
 
-TEST_F(BatchRunTest, OutputDoesNotDependOnTheNumberOfThreads) {
-    for (int i = 0; i < 7; ++i) Put("p" + std::to_string(i) + ".jpg", Jpeg(120 + 16 * i, 90, i));
-    Put("q.png", Encoded(Grainy(200, 150), PictureFormat::Png));
+// The effect comes before the rotation, and the output does not depend on the number of threads.
+TEST_F(BatchRunTest, EffectThenTurnTheSameOnAnyNumberOfThreads) {
+    for (int i = 0; i < 6; ++i) Put("p" + std::to_string(i) + ".jpg", Jpeg(120 + 16 * i, 90, i));
+    // Pixelate's blocks start at the top-left corner, so on a 10 × 7 picture it does not
+    // commute with a quarter turn; BMP output keeps the pixels exact.
+    Put("q.bmp", Encoded(Numbered(10, 7), PictureFormat::Bmp));
     BatchJob job = FitJob(50, 40, OutputType::KeepOriginal);
-    job.effect = "Blur";
+    job.effect = "Pixalate";
     job.rotation = "Rotate Left";
     std::vector<Bytes> results[2];
     for (int run = 0; run < 2; ++run) {
-        const fs::path out = dir_ / ("out" + std::to_string(run));
-        fs::create_directories(out);
-        job.target = out.string();
+        job.target = (dir_ / ("out" + std::to_string(run))).string();
+        fs::create_directories(job.target);
         const BatchRunReport report = RunBatch(job, {.threads = run == 0 ? 1 : 3});
-        EXPECT_EQ(report.written, 8);
         for (const auto& file : report.outputs) results[run].push_back(ReadBytes(file));
     }
-    ASSERT_EQ(results[0].size(), 8u);
+    ASSERT_EQ(results[0].size(), 7u);
     EXPECT_TRUE(results[0] == results[1]);
     // Fitted into 50 × 40 and then turned: 136 × 90 gives 50 × 33 (50 / 136 × 90 = 33.09),
     // written 33 × 50.
     EXPECT_EQ(FileSize(dir_ / "out0" / "p1.jpg"), (Size{33, 50}));
+    cDib expected = Numbered(10, 7);
+    ASSERT_TRUE(cDIBFilter().Pixelate(expected, 4));
+    expected.Orientation(true, true, true);
+    DecodedPicture written;
+    ASSERT_TRUE(DecodePicture(ReadBytes(dir_ / "out1" / "q.bmp"), written));
+    EXPECT_EQ(MaxDiff(written.pixels, expected), 0);
 }
 
 TEST_F(BatchRunTest, SameFolderYesToAllKeepsAFailingPicturesOriginal) {
@@ -130,8 +141,7 @@ TEST_F(BatchRunTest, SameFolderYesToAllKeepsAFailingPicturesOriginal) {
     job.target = job.source;
     job.overwrite = OverwritePolicy::YesToAll;
     const BatchRunReport report = RunBatch(job);
-    EXPECT_EQ(report.written, 1);
-    EXPECT_EQ(FileSize(src_ / "good.jpg"), (Size{40, 20}));
+    EXPECT_EQ(Written(report), (Files{{"good.jpg", {40, 20}}}));
     EXPECT_EQ(ReadBytes(src_ / "bad.jpg"), bad);
     EXPECT_EQ(report.FailureText(), "1 pictures could not be processed\nbad.jpg");
     EXPECT_EQ(FilesIn(src_), 2);  // no leftovers
@@ -172,7 +182,7 @@ TEST_F(BatchRunTest, CollisionsFollowThePolicyAndTheAnswers) {
     EXPECT_TRUE(asked.empty());
 }
 
-TEST_F(BatchRunTest, ListRowsShardsAndAMissingTarget) {
+TEST_F(BatchRunTest, ListRowsShardsAThrowingCallbackAndAMissingTarget) {
     for (const char* name : {"a.jpg", "b.jpg", "c.jpg", "d.jpg"}) Put(name, Jpeg(30, 20));
     BatchJob job = FitJob(300, 300);  // smaller pictures keep their size
     job.rotateAll = false;
@@ -181,41 +191,23 @@ TEST_F(BatchRunTest, ListRowsShardsAndAMissingTarget) {
     job.pictures = {{"d.jpg", "Rotate Right", "None", ""}, {"b.jpg"}, {"a.jpg"}};
     // Rows 1 and 3 of the list (d and a), numbered by their place in the whole list; d turned.
     const BatchRunReport report = RunBatch(job, {.shardIndex = 0, .shardCount = 2});
-    EXPECT_EQ(report.outputs, (std::vector{out_ / "S_001.jpg", out_ / "S_003.jpg"}));
-    EXPECT_EQ(FileSize(out_ / "S_001.jpg"), (Size{20, 30}));
-    EXPECT_EQ(FileSize(out_ / "S_003.jpg"), (Size{30, 20}));
+    EXPECT_EQ(Written(report), (Files{{"S_001.jpg", {20, 30}}, {"S_003.jpg", {30, 20}}}));
+
+    // A callback that throws ends the run with its workers stopped.
+    job.pictures.clear();
+    job.rename = false;
+    int seen = 0;
+    const BatchRunOptions throwing{.threads = 3, .onPicture = [&](const PictureResult&) {
+                                       if (++seen == 2) throw std::runtime_error("window closed");
+                                   }};
+    EXPECT_THROW(RunBatch(job, throwing), std::runtime_error);
+    EXPECT_EQ(seen, 2);
+    EXPECT_EQ(FilesIn(out_), 2 + 2);
 
     job.target = (dir_ / "gone").string();
     const BatchRunReport gone = RunBatch(job);
     EXPECT_TRUE(gone.stopped);
     EXPECT_EQ(gone.written, 0);
-}
-
-TEST_F(BatchRunTest, ACallbackThatThrowsEndsTheRunWithItsWorkersStopped) {
-    for (int i = 0; i < 6; ++i) Put("p" + std::to_string(i) + ".jpg", Jpeg(40, 30, i));
-    int seen = 0;
-    const BatchRunOptions options{.threads = 3, .onPicture = [&](const PictureResult&) {
-                                      if (++seen == 2) throw std::runtime_error("window closed");
-                                  }};
-    EXPECT_THROW(RunBatch(FitJob(20, 20), options), std::runtime_error);
-    EXPECT_EQ(seen, 2);
-    EXPECT_EQ(FilesIn(out_), 2);
-}
-
-TEST_F(BatchRunTest, TheEffectComesBeforeTheRotation) {
-    // Pixelate's blocks start at the top-left corner, so on a 10 × 7 picture it does not
-    // commute with a quarter turn; BMP output keeps the pixels exact.
-    Put("p.bmp", Encoded(Numbered(10, 7), PictureFormat::Bmp));
-    BatchJob job = FitJob(100, 100, OutputType::Bmp);
-    job.effect = "Pixalate";
-    job.rotation = "Rotate Left";
-    ASSERT_EQ(RunBatch(job).written, 1);
-    cDib expected = Numbered(10, 7);
-    ASSERT_TRUE(cDIBFilter().Pixelate(expected, 4));
-    expected.Orientation(true, true, true);
-    DecodedPicture written;
-    ASSERT_TRUE(DecodePicture(ReadBytes(out_ / "p.bmp"), written));
-    EXPECT_EQ(MaxDiff(written.pixels, expected), 0);
 }
 
 TEST_F(BatchRunTest, EveryListedExtensionIsReadAndEveryOutputTypeWritesItsFormat) {
@@ -245,6 +237,49 @@ TEST_F(BatchRunTest, EveryListedExtensionIsReadAndEveryOutputTypeWritesItsFormat
         EXPECT_EQ(DetectPictureFormat(ReadBytes(one)), format) << extension;
         EXPECT_EQ(FileSize(one), (Size{9, 6})) << extension;
     }
+}
+
+TEST_F(BatchRunTest, DirectSubfoldersComeBeforeTheirDescendantsAndOnlyPlainFoldersCount) {
+    const std::string src = src_.string() + "/";
+    for (const char* d : {"A/A1/A1x", "B/B1", "RO/inside", ".hidden", "\xff\xfe"}) fs::create_directories(src + d);
+    ::chmod((src + "RO").c_str(), 0555);                // read-only: 17
+    fs::create_directory_symlink(src, src + "A/loop");  // a link back up: never followed
+    // The recursive scan's order, not breadth-first (which would put B1 before A1x).
+    EXPECT_EQ(ScanSubfolders(src), (std::vector<std::string>{src + "A/", src + "B/", src + "\xff\xfe/", src + "A/A1/",
+                                                             src + "A/A1/A1x/", src + "B/B1/"}));
+    EXPECT_EQ(FolderAttributes(src + "RO"), 17);
+    EXPECT_EQ(FolderAttributes(src + ".hidden"), 18);
+    EXPECT_EQ(FolderAttributes(src + "A/loop"), 16 + 1024);
+    EXPECT_TRUE(ScanSubfolders(src + "missing").empty());
+    // Every occurrence of the source root from the first on, case-sensitively.
+    EXPECT_EQ(MirrorTarget("/p/src/A/A1/", "/p/src/", "/q/out/"), "/q/out/A/A1/");
+    EXPECT_EQ(MirrorTarget("/P/SRC/A/", "/p/src/", "/q/out/"), "/P/SRC/A/");
+    EXPECT_EQ(MirrorTarget("/a/b/a/", "/a/", "/t/"), "/t/b/t/");
+}
+
+TEST_F(BatchRunTest, TheFileFilterDecidesWhatAListingAdmits) {
+    for (const char* f : {"a.JPG", "b.tiff", "c.txt", "noext", "\xff.png"}) WriteText(src_ / f, "x");
+    fs::create_directories(src_ / "folder.jpg");
+    EXPECT_EQ(ListPictures(src_, PictureFilter()), (std::vector{src_ / "a.JPG", src_ / "b.tiff", src_ / "\xff.png"}));
+    const PictureFilter narrow = PictureFilter::FromText("*.png; JPG");
+    EXPECT_EQ(narrow.Text(), "png;jpg");
+    EXPECT_EQ(ListPictures(src_, narrow), (std::vector{src_ / "a.JPG", src_ / "\xff.png"}));
+    EXPECT_EQ(PictureFilter::FromText(" ; "), PictureFilter());
+    EXPECT_EQ(PictureFilter().Text(), "bmp;gif;jpg;jpeg;png;tif;tiff;ico;webp;avif;heic;heif");
+}
+
+TEST_F(BatchRunTest, ARunOverSubfoldersMirrorsTheTreeAndKeepsNumbering) {
+    fs::create_directories(src_ / "B");
+    for (const char* f : {"root.png", "A/a.png", "A/A1/deep.png"}) Put(f, Encoded(Grainy(40, 20), PictureFormat::Png));
+    BatchJob job = BatchJobFromIni(IniFile::FromText(
+        "[Job]\nSubfolders=1\nCreateSubfolder=1\nRename=1\nNewName=Trip\nPreset=Custom\nWidth=20\nHeight=10\n"));
+    job.source = src_.string();
+    job.target = out_.string();
+    const BatchRunReport report = RunBatchTree(job);
+    // Numbers go on from folder to folder; the empty B is mirrored too.
+    const fs::path out = out_ / "Trip";
+    EXPECT_EQ(report.outputs, (std::vector{out / "Trip_001.png", out / "A/Trip_002.png", out / "A/A1/Trip_003.png"}));
+    EXPECT_TRUE(fs::is_directory(out / "B"));
 }
 
 }  // namespace
