@@ -69,8 +69,9 @@ TEST(Metadata, CarriedIntoEveryOutputTypeWithSizeAndOrientationUpdated) {
         EXPECT_FALSE(test::Has(exif, "Exif.Thumbnail.JPEGInterchangeFormat")) << out.name;
         EXPECT_TRUE(test::HasGps(exif)) << out.name;
         EXPECT_EQ(image->xmpData()["Xmp.xmp.Rating"].toString(), "3") << out.name;
-        if (std::string(out.name) != "webp")  // WebP has no place for IPTC
+        if (std::string(out.name) != "webp") {  // WebP has no place for IPTC
             EXPECT_EQ(image->iptcData()["Iptc.Application2.Keywords"].toString(), "harbour") << out.name;
+        }
         ASSERT_TRUE(image->iccProfileDefined()) << out.name;
         const Exiv2::DataBuf* icc = image->iccProfile();
         EXPECT_EQ(std::vector<uint8_t>(icc->pData_, icc->pData_ + icc->size_), test::SwappedProfile()) << out.name;
@@ -212,10 +213,8 @@ std::vector<uint8_t> WithProfile(std::vector<uint8_t> jpeg, const std::vector<ui
     for (size_t n = 0; n < count; ++n) {
         if (n == skip) continue;
         const size_t len = std::min<size_t>(1000, icc.size() - n * 1000) + 16;
-        std::vector<uint8_t> seg = {0xFF, 0xE2, uint8_t(len >> 8), uint8_t(len)};
-        static constexpr char kIccTag[] = "ICC_PROFILE";  // with its terminating zero
-        seg.insert(seg.end(), kIccTag, kIccTag + sizeof kIccTag);
-        seg.insert(seg.end(), {uint8_t(n + 1), uint8_t(count)});
+        std::vector<uint8_t> seg = {0xFF, 0xE2, uint8_t(len >> 8), uint8_t(len),
+            'I', 'C', 'C', '_', 'P', 'R', 'O', 'F', 'I', 'L', 'E', 0, uint8_t(n + 1), uint8_t(count)};
         seg.insert(seg.end(), icc.begin() + n * 1000, icc.begin() + n * 1000 + len - 16);
         jpeg.insert(jpeg.begin() + 2, seg.begin(), seg.end());
     }
