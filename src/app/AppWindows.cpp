@@ -11,6 +11,7 @@
 #include "sizes/ui/frmMakeItFit.h"
 #include "share/Mail.h"
 
+#include "effects/FilterList.h"
 #include "effects/ui/fFilter.h"
 #include "effects/ui/frmBright.h"
 #include "effects/ui/frmColorBal.h"
@@ -24,14 +25,16 @@ namespace quorbel {
 AppWindows::AppWindows(frmEditor& editor) : editor_(editor), parent_(&editor), messages_(editor.Messages()) {}
 
 std::optional<cDib> AppWindows::RunEffect(EffectDialog which, const cDib& picture, const std::string& fileName) {
-    constexpr int kSharpen = 25, kSoften = 27;  // their places in the filter list
+    const auto filterWindow = [&](std::string_view filter) {
+        return RunFilterDialog(parent_, picture, fileName, messages_, FindFilter(filter));
+    };
     switch (which) {
         case EffectDialog::Brightness: return RunBrightnessDialog(parent_, picture);
         case EffectDialog::Contrast: return RunContrastDialog(parent_, picture);
         case EffectDialog::ColourBalance: return RunColourBalanceDialog(parent_, picture);
-        case EffectDialog::Sharpen: return RunFilterDialog(parent_, picture, fileName, messages_, kSharpen);
-        case EffectDialog::Soften: return RunFilterDialog(parent_, picture, fileName, messages_, kSoften);
-        case EffectDialog::ImageEditor: return RunFilterDialog(parent_, picture, fileName, messages_, 0);
+        case EffectDialog::Sharpen: return filterWindow("Sharpen");
+        case EffectDialog::Soften: return filterWindow("Soften");
+        case EffectDialog::ImageEditor: return filterWindow("<None>");
         case EffectDialog::Warp: return RunWarpDialog(parent_, picture);
         case EffectDialog::Fisheye: return RunFishDialog(parent_, picture);
     }

@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "core/RuntimeError.h"
+#include "output/PictureFormats.h"
 #include "sizes/JpegQuality.h"
 #include "core/text/TextCase.h"
 
@@ -116,14 +117,22 @@ int32_t BatchJob::JpegQuality() const {
     }
 }
 
+const std::array<std::string_view, std::size(kOutputFormats)> kOutputTypeTexts = [] {
+    std::array<std::string_view, std::size(kOutputFormats)> texts{kKeepOriginalText};
+    for (size_t i = 1; i < texts.size(); ++i) texts[i] = FormatRow(kOutputFormats[i])->typeText;
+    return texts;
+}();
+
 std::string_view OutputTypeText(OutputType type) {
-    return kOutputTypeTexts[static_cast<int>(type)];
+    return kOutputTypeTexts[static_cast<size_t>(type)];
 }
 
+PictureFormat OutputFormat(OutputType type) { return kOutputFormats[static_cast<size_t>(type)]; }
+
 std::optional<OutputType> ParseOutputType(std::string_view text) {
-    static constexpr std::string_view kExtensions[] = {"", "jpg", "gif", "png", "tif", "bmp", "webp", "avif"};
-    for (int i = 0; i < static_cast<int>(std::size(kExtensions)); ++i) {
-        if (EqualsIgnoreCase(text, kOutputTypeTexts[i]) || (i > 0 && EqualsIgnoreCase(text, kExtensions[i])))
+    for (size_t i = 0; i < kOutputTypeTexts.size(); ++i) {
+        if (EqualsIgnoreCase(text, kOutputTypeTexts[i]) ||
+            (i > 0 && EqualsIgnoreCase(text, FormatRow(kOutputFormats[i])->Extension())))
             return static_cast<OutputType>(i);
     }
     return std::nullopt;

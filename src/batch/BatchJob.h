@@ -1,6 +1,7 @@
 #pragma once
 // A batch job: every option the wizard collects, with its defaults, kept in an INI file
 // (section [Job], and an optional [Pictures] section with the rows of the picture list).
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -8,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "output/PictureFormat.h"
 #include "settings/IniFile.h"
 
 namespace quorbel {
@@ -18,12 +20,14 @@ inline constexpr std::string_view kPicturesSection = "Pictures";
 inline constexpr std::string_view kDestinationFolder = "Copy to a folder on my computer";
 inline constexpr std::string_view kDestinationDisc = "Burn to CD/DVD";
 
-// The output types in the order of the type list, with their texts.
+// The output types in the order of the type list, and the format each one writes.
 enum class OutputType { KeepOriginal, Jpeg, Gif, Png, Tiff, Bmp, Webp, Avif };
-inline constexpr std::string_view kOutputTypeTexts[] = {
-    "Keep Original File Type", "JPEG (*.jpg)", "GIF (*.gif)",
-    "PNG (*.png)",             "TIFF (*.tif)", "BMP (*.bmp)",
-    "WebP (*.webp)",           "AVIF (*.avif)"};
+inline constexpr PictureFormat kOutputFormats[] = {PictureFormat::Unknown, PictureFormat::Jpeg, PictureFormat::Gif,
+                                                   PictureFormat::Png,     PictureFormat::Tiff, PictureFormat::Bmp,
+                                                   PictureFormat::Webp,    PictureFormat::Avif};
+inline constexpr std::string_view kKeepOriginalText = "Keep Original File Type";
+// The type list's texts in its order: kKeepOriginalText, then each format's type text.
+extern const std::array<std::string_view, std::size(kOutputFormats)> kOutputTypeTexts;
 
 // What a run without windows does when the output name exists.
 enum class OverwritePolicy { Ask, YesToAll, NoToAll };
@@ -81,6 +85,7 @@ struct BatchJob {
 };
 
 std::string_view OutputTypeText(OutputType type);
+PictureFormat OutputFormat(OutputType type);  // Unknown for KeepOriginal
 // Matches the list texts without regard to case; also takes the bare extension ("jpg").
 std::optional<OutputType> ParseOutputType(std::string_view text);
 std::string_view OverwritePolicyText(OverwritePolicy policy);

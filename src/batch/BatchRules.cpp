@@ -5,6 +5,7 @@
 
 #include "core/Rounding.h"
 #include "effects/FilterList.h"
+#include "output/PictureFormats.h"
 #include "sizes/SizePresets.h"
 #include "sizes/Units.h"
 
@@ -77,20 +78,11 @@ std::string PadSequence(int64_t number) {
 }
 
 std::optional<std::string> OutputExtension(OutputType type, const std::filesystem::path& source) {
-    switch (type) {
-        case OutputType::Jpeg: return "jpg";
-        case OutputType::Gif: return "gif";
-        case OutputType::Png: return "png";
-        case OutputType::Tiff: return "tif";
-        case OutputType::Bmp: return "bmp";
-        case OutputType::Webp: return "webp";
-        case OutputType::Avif: return "avif";
-        case OutputType::KeepOriginal: break;
-    }
+    if (type != OutputType::KeepOriginal) return std::string(FormatRow(OutputFormat(type))->Extension());
     const std::string ext = SourceExtension(source);
-    if (ext == "jpg" || ext == "jpeg") return "jpg";
-    if (ext == "gif" || ext == "tif" || ext == "png" || ext == "bmp" || ext == "webp" || ext == "avif") return ext;
-    if (ext == "heic" || ext == "heif") return "jpg";  // few programs open HEIC
+    for (const PictureFormatRow& row : PictureFormats())
+        for (int i = 0; i < row.kept; ++i)
+            if (ext == row.extensions[static_cast<size_t>(i)]) return std::string(FormatRow(row.keptAs)->Extension());
     return std::nullopt;
 }
 
@@ -128,13 +120,9 @@ bool ReplacesSilently(const BatchJob& job) {
 }
 
 int EffectIndex(std::string_view effect) {
-    std::string word = ToLowerAscii(effect);
-    if (word == "pixalate" || word == "pixelate") word = "pixelaze";  // the list's spellings
-    if (word.empty() || word == "none") return 0;
-    const auto list = FilterList();
-    for (int i = 1; i < kFilterCount; ++i)
-        if (ToLowerAscii(list[i].name) == word) return i;
-    return 0;
+    // The job's spellings of Pixelate find the list's own.
+    if (EqualsIgnoreCase(effect, "pixalate") || EqualsIgnoreCase(effect, "pixelate")) return FindFilter("Pixelaze");
+    return FindFilter(effect);  // "None" and unknown words: 0
 }
 
 Orientation OrientationFor(std::string_view rotation) {

@@ -36,9 +36,9 @@ std::optional<PixelSize> BatchBox(const BatchJob& job);
 // The sequence number padded to three digits ("001", "010", "100", "1000").
 std::string PadSequence(int64_t number);
 
-// "jpg", "gif", "png", "tif" or "bmp" for the output type; for "Keep Original File Type"
-// the saver of the source extension (lowered; "jpeg" gives "jpg"), or nullopt when the
-// extension selects none ("tiff" among them).
+// The extension the output type writes ("jpg", "tif", ...); for "Keep Original File Type"
+// the one the format table keeps the source extension as (lowered; "jpeg" and "heic" give
+// "jpg"), or nullopt when the extension selects none ("tiff" and "ico" among them).
 std::optional<std::string> OutputExtension(OutputType type, const std::filesystem::path& source);
 
 // The output file name: the base name (new name, "_" and the padded sequence number when

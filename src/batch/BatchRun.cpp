@@ -19,6 +19,7 @@
 #include "output/FileBytes.h"
 #include "output/JpegCodec.h"
 #include "output/PictureFormat.h"
+#include "output/PictureFormats.h"
 #include "output/Upright.h"
 #include "output/ColourProfile.h"
 #include "metadata/PictureMetadata.h"
@@ -50,11 +51,9 @@ struct Encoded {
 
 // The source's colour profile: converted away when the job asks for sRGB or the output
 // type cannot carry a profile, else kept.
-void ApplyColourProfile(const BatchJob& job, std::string_view extension, cDib& dib, SourceMetadata& metadata,
+void ApplyColourProfile(const BatchJob& job, const PictureFormatRow& output, cDib& dib, SourceMetadata& metadata,
                         std::string& note) {
-    const bool carries = extension == "jpg" || extension == "png" || extension == "tif" || extension == "webp" ||
-                         extension == "avif";
-    if ((carries && !job.convertToSrgb) || metadata.IccProfile().empty()) return;
+    if ((output.carriesProfile && !job.convertToSrgb) || metadata.IccProfile().empty()) return;
     if (!ConvertToSrgb(dib, metadata.IccProfile())) note = "colour profile left out: it is damaged";
     metadata.SetIccProfile({});
 }
@@ -82,17 +81,6 @@ bool Decode(const BatchJob& job, std::span<const uint8_t> bytes, cDib& dib, Pixe
     return true;
 }
 
-bool Encode(const cDib& dib, std::string_view extension, int quality, std::vector<uint8_t>& out) {
-    if (extension == "jpg") return EncodeJpeg(dib.View(), quality, out) == kJpegOk;
-    if (extension == "png") return EncodePng(dib, out);
-    if (extension == "tif") return EncodeTiff(dib, 2, 24, out);
-    if (extension == "gif") return EncodeGif(dib, out);
-    if (extension == "bmp") return EncodeBmp(dib, out);
-    if (extension == "webp") return EncodeWebp(dib, quality, out);
-    if (extension == "avif") return EncodeAvif(dib, quality, out);
-    return false;
-}
-
 // The parallel stage for one picture: read, decode, resize, effect, rotation, encode.
 Encoded Process(const BatchJob& job, const BatchItem& item) {
     Encoded result;
@@ -102,6 +90,7 @@ Encoded Process(const BatchJob& job, const BatchItem& item) {
         return result;
     }
     result.extension = *extension;
+    const PictureFormatRow& output = *RowWritingExtension(result.extension);
     std::vector<uint8_t> bytes;
     if (ReadWholeFile(item.source, bytes)) {
         result.error = "could not be read";
@@ -116,7 +105,7 @@ Encoded Process(const BatchJob& job, const BatchItem& item) {
     SourceMetadata metadata = ReadMetadata(bytes);
     result.note = metadata.Note();
     bytes = {};
-    ApplyColourProfile(job, result.extension, dib, metadata, result.note);
+    ApplyColourProfile(job, output, dib, metadata, result.note);
     if (target != PixelSize{dib.Width(), dib.Height()} &&
         !ResizeDib(dib, target.width, target.height, job.resample)) {
         result.error = "could not be resized";
@@ -125,14 +114,13 @@ Encoded Process(const BatchJob& job, const BatchItem& item) {
     ApplyBatchEffect(dib, item.effect);
     ApplyBatchRotation(dib, item.rotation);
     const MetadataOptions keep{job.removeGps, job.removeMetadata};
-    bool encoded;
-    if (result.extension == "avif") {  // AVIF takes its metadata while encoding
-        const MetadataBlocks blocks = OutputBlocks(metadata, dib.Width(), dib.Height(), keep);
-        encoded = EncodeAvif(dib, job.JpegQuality(), result.bytes, &blocks);
-    } else {
-        encoded = Encode(dib, result.extension, job.JpegQuality(), result.bytes);
+    EncodeSettings settings{.quality = job.JpegQuality()};
+    MetadataBlocks blocks;
+    if (output.metadataWhileEncoding) {
+        blocks = OutputBlocks(metadata, dib.Width(), dib.Height(), keep);
+        settings.metadata = &blocks;
     }
-    if (!encoded) {
+    if (!output.encode(dib, settings, result.bytes)) {
         result.error = "could not be encoded";
         result.bytes.clear();
         return result;
@@ -158,6 +146,215 @@ void SyncFolder(const fs::path& folder) {
     ::syncfs(fd);
     ::close(fd);
 }
+
+// Process, with whatever it throws turned into the picture's error.
+Encoded ProcessCatching(const BatchJob& job, const BatchItem& item) {
+    try {
+        return Process(job, item);
+    } catch (const std::exception& e) {
+        Encoded failed;
+        failed.error = std::string("failed: ") + e.what();
+        return failed;
+    } catch (...) {
+        Encoded failed;
+        failed.error = "failed";
+        return failed;
+    }
+}
+
+// This run's share of the picture list, each with its place in the whole list (renamed
+// pictures of a shard are numbered by that place).
+struct ShardList {
+    std::vector<BatchItem> items;
+    std::vector<size_t> listIndex;
+};
+
+ShardList TakeShard(std::vector<BatchItem> all, const BatchRunOptions& options) {
+    ShardList shard;
+    const size_t shards = static_cast<size_t>(std::max(1, options.shardCount));
+    for (size_t i = 0; i < all.size(); ++i) {
+        if (static_cast<int>(i % shards) != options.shardIndex) continue;
+        shard.items.push_back(std::move(all[i]));
+        shard.listIndex.push_back(i);
+    }
+    return shard;
+}
+
+// The target must be a folder; what a killed earlier run left half-written there goes
+// before this run writes. False (the report says why) when the run cannot start.
+bool PrepareTarget(const fs::path& target, BatchRunReport& report) {
+    std::error_code ec;
+    if (!fs::is_directory(target, ec)) {
+        report.stopped = true;
+        report.stopReason = "The target folder does not exist: " + target.string();
+        return false;
+    }
+    RemoveStaleTemporaries(target);
+    return true;
+}
+
+int WorkerCount(const BatchRunOptions& options, size_t pictures) {
+    const int threads = options.threads > 0 ? options.threads
+                                            : static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+    return static_cast<int>(std::min<size_t>(static_cast<size_t>(threads), pictures));
+}
+
+// The parallel stage: worker threads process pictures in list order, at most two per
+// thread ahead of the last one the ordered stage took. The workers are stopped and joined
+// however the ordered stage ends (a callback may throw): Stop runs on destruction too.
+class EncodeWorkers {
+public:
+    EncodeWorkers(const BatchJob& job, const std::vector<BatchItem>& items, int threads)
+        : job_(job), items_(items), threads_(threads), window_(static_cast<size_t>(threads) * 2),
+          slots_(items.size()) {}
+    ~EncodeWorkers() { Stop(); }
+    EncodeWorkers(const EncodeWorkers&) = delete;
+    EncodeWorkers& operator=(const EncodeWorkers&) = delete;
+
+    void Start() {
+        for (int t = 0; t < threads_; ++t) workers_.emplace_back([this] { Work(); });
+    }
+
+    // Waits for picture i, hands it over and makes room for one more in flight.
+    Encoded Take(size_t i) {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [&] { return slots_[i].has_value(); });
+        Encoded encoded = std::move(*slots_[i]);
+        slots_[i].reset();
+        consumed_ = i + 1;
+        changed_.notify_all();
+        return encoded;
+    }
+
+    void Stop() {
+        {
+            std::lock_guard lock(mutex_);
+            stop_ = true;
+            changed_.notify_all();
+        }
+        for (auto& w : workers_)
+            if (w.joinable()) w.join();
+    }
+
+private:
+    void Work() {
+        // With a picture per core in flight, each worker keeps its pixel loops to itself.
+        const SerialLoopsOnThisThread serial(threads_ > 1);
+        const size_t n = items_.size();
+        for (;;) {
+            size_t i;
+            {
+                std::unique_lock lock(mutex_);
+                changed_.wait(lock, [&] { return stop_ || next_ >= n || next_ < consumed_ + window_; });
+                if (stop_ || next_ >= n) return;
+                i = next_++;
+            }
+            Encoded encoded = ProcessCatching(job_, items_[i]);
+            std::lock_guard lock(mutex_);
+            slots_[i] = std::move(encoded);
+            changed_.notify_all();
+        }
+    }
+
+    const BatchJob& job_;
+    const std::vector<BatchItem>& items_;
+    const int threads_;
+    const size_t window_;  // pictures in flight at most
+    std::vector<std::optional<Encoded>> slots_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    size_t next_ = 0, consumed_ = 0;
+    bool stop_ = false;
+    std::vector<std::thread> workers_;
+};
+
+// The ordered stage, on the calling thread: names each encoded picture, asks before
+// replacing, writes and records, in list order.
+class OrderedWrites {
+public:
+    OrderedWrites(const BatchJob& job, const BatchRunOptions& options, const fs::path& target,
+                  BatchRunReport& report)
+        : job_(job), options_(options), target_(target), report_(report) {
+        if (job.overwrite == OverwritePolicy::YesToAll) lasting_ = OverwriteAnswer::YesToAll;
+        if (job.overwrite == OverwritePolicy::NoToAll) lasting_ = OverwriteAnswer::NoToAll;
+    }
+
+    // Writes picture i (numbered sequence when renamed), records it and tells the callbacks.
+    void Write(size_t i, const BatchItem& item, int64_t sequence, const Encoded& encoded) {
+        PictureResult result;
+        result.index = i;
+        result.source = item.source;
+        if (!encoded.error.empty()) result.message = encoded.error;
+        else WriteFile(result, OutputFileName(job_, item.source, encoded.extension, sequence), encoded);
+        Record(result, encoded);
+        if (options_.onPicture) options_.onPicture(result);
+    }
+
+    bool NewFilesToSync() const { return newFilesToSync_; }
+
+private:
+    void WriteFile(PictureResult& result, const std::string& name, const Encoded& encoded) {
+        result.output = target_ / name;
+        std::error_code existsError;
+        const bool exists = fs::exists(fs::symlink_status(result.output, existsError));
+        if (exists && !ReplacesSilently(job_) && !MayReplace(result.output)) {
+            result.status = PictureStatus::Skipped;
+            result.message = "exists, not replaced";
+        } else if (const std::error_code writeError = ReplaceFileContents(
+                       result.output, encoded.bytes, WriteOptions(exists, newFilesToSync_))) {
+            result.message = "could not be written: " + writeError.message();
+            StopWhenTargetFails(writeError);
+        } else {
+            result.status = PictureStatus::Written;
+            result.size = encoded.size;
+        }
+    }
+
+    // The overwrite question; a Yes to All or No to All answer (or the job's policy) holds
+    // for the rest of the run. Without a question the answer is No.
+    bool MayReplace(const fs::path& existing) {
+        OverwriteAnswer answer = OverwriteAnswer::No;
+        if (lasting_) answer = *lasting_;
+        else if (options_.ask) answer = options_.ask(existing);
+        if (answer == OverwriteAnswer::YesToAll || answer == OverwriteAnswer::NoToAll) lasting_ = answer;
+        return answer == OverwriteAnswer::Yes || answer == OverwriteAnswer::YesToAll;
+    }
+
+    // A folder that is gone, read-only or full fails every picture after this one.
+    void StopWhenTargetFails(const std::error_code& e) {
+        std::error_code ec;
+        if (!fs::is_directory(target_, ec)) {
+            report_.stopped = true;
+            report_.stopReason = "The target folder is gone: " + target_.string();
+        } else if (e == std::errc::permission_denied || e == std::errc::read_only_file_system ||
+                   e == std::errc::no_space_on_device || e == std::errc::operation_not_permitted) {
+            report_.stopped = true;
+            report_.stopReason = "The target folder cannot be written: " + e.message();
+        }
+    }
+
+    void Record(PictureResult& result, const Encoded& encoded) {
+        switch (result.status) {
+            case PictureStatus::Written:
+                ++report_.written;
+                report_.outputs.push_back(result.output);
+                if (!encoded.note.empty()) {
+                    result.message = encoded.note;
+                    report_.notes.push_back(result);
+                }
+                break;
+            case PictureStatus::Skipped: ++report_.skipped; break;
+            case PictureStatus::Failed: report_.failures.push_back(result); break;
+        }
+    }
+
+    const BatchJob& job_;
+    const BatchRunOptions& options_;
+    const fs::path& target_;
+    BatchRunReport& report_;
+    std::optional<OverwriteAnswer> lasting_;
+    bool newFilesToSync_ = false;
+};
 
 }  // namespace
 
@@ -199,163 +396,29 @@ std::string BatchRunReport::FailureText() const {
 
 BatchRunReport RunBatch(const BatchJob& job, const BatchRunOptions& options) {
     BatchRunReport report;
-    std::vector<BatchItem> all = BatchItems(job);
-    std::vector<BatchItem> items;
-    std::vector<size_t> listIndex;  // place in the whole list, for sharded numbering
-    const int shards = std::max(1, options.shardCount);
-    for (size_t i = 0; i < all.size(); ++i) {
-        if (static_cast<int>(i % static_cast<size_t>(shards)) != options.shardIndex) continue;
-        items.push_back(std::move(all[i]));
-        listIndex.push_back(i);
-    }
-    const size_t n = items.size();
+    const ShardList shard = TakeShard(BatchItems(job), options);
+    const size_t n = shard.items.size();
     report.total = static_cast<int>(n);
-
     const fs::path target(job.target);
-    std::error_code ec;
-    if (!fs::is_directory(target, ec)) {
-        report.stopped = true;
-        report.stopReason = "The target folder does not exist: " + target.string();
-        return report;
-    }
-    // What a killed earlier run left half-written here goes before this run writes.
-    RemoveStaleTemporaries(target);
-    if (n == 0) return report;
+    if (!PrepareTarget(target, report) || n == 0) return report;
 
-    int threads = options.threads > 0 ? options.threads
-                                      : static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
-    threads = static_cast<int>(std::min<size_t>(static_cast<size_t>(threads), n));
-    const size_t window = static_cast<size_t>(threads) * 2;  // pictures in flight at most
-
-    std::vector<std::optional<Encoded>> slots(n);
-    std::mutex mutex;
-    std::condition_variable changed;
-    size_t next = 0, consumed = 0;
-    bool stop = false;
-
-    auto worker = [&] {
-        // With a picture per core in flight, each worker keeps its pixel loops to itself.
-        const SerialLoopsOnThisThread serial(threads > 1);
-        for (;;) {
-            size_t i;
-            {
-                std::unique_lock lock(mutex);
-                changed.wait(lock, [&] { return stop || next >= n || next < consumed + window; });
-                if (stop || next >= n) return;
-                i = next++;
-            }
-            Encoded encoded;
-            try {
-                encoded = Process(job, items[i]);
-            } catch (const std::exception& e) {
-                encoded = {};
-                encoded.error = std::string("failed: ") + e.what();
-            } catch (...) {
-                encoded = {};
-                encoded.error = "failed";
-            }
-            std::lock_guard lock(mutex);
-            slots[i] = std::move(encoded);
-            changed.notify_all();
-        }
-    };
-    std::vector<std::thread> workers;
-    // The workers are stopped and joined however the ordered stage ends (a callback may throw).
-    auto stopWorkers = [&] {
-        {
-            std::lock_guard lock(mutex);
-            stop = true;
-            changed.notify_all();
-        }
-        for (auto& w : workers)
-            if (w.joinable()) w.join();
-    };
-    struct Joiner {
-        decltype(stopWorkers)& join;
-        ~Joiner() { join(); }
-    } joiner{stopWorkers};
-    for (int t = 0; t < threads; ++t) workers.emplace_back(worker);
-
-    bool newFilesToSync = false;
-    std::optional<OverwriteAnswer> lasting;
-    if (job.overwrite == OverwritePolicy::YesToAll) lasting = OverwriteAnswer::YesToAll;
-    if (job.overwrite == OverwritePolicy::NoToAll) lasting = OverwriteAnswer::NoToAll;
-
-    for (size_t i = 0; i < n; ++i) {
+    EncodeWorkers workers(job, shard.items, WorkerCount(options, n));
+    workers.Start();
+    OrderedWrites writes(job, options, target, report);
+    for (size_t i = 0; i < n && !report.stopped; ++i) {
         if (options.cancel && options.cancel->load()) {
             report.stopped = true;
             report.stopReason = "Cancelled";
             break;
         }
-        Encoded encoded;
-        {
-            std::unique_lock lock(mutex);
-            changed.wait(lock, [&] { return slots[i].has_value(); });
-            encoded = std::move(*slots[i]);
-            slots[i].reset();
-            consumed = i + 1;
-            changed.notify_all();
-        }
-        PictureResult result;
-        result.index = i;
-        result.source = items[i].source;
-        if (!encoded.error.empty()) {
-            result.message = encoded.error;
-        } else {
-            const int64_t sequence = shards > 1 ? static_cast<int64_t>(listIndex[i]) + 1
-                                                : options.continuationBase + report.written + 1;
-            result.output = target / OutputFileName(job, items[i].source, encoded.extension, sequence);
-            bool write = true;
-            std::error_code existsError;
-            const bool exists = fs::exists(fs::symlink_status(result.output, existsError));
-            if (exists && !ReplacesSilently(job)) {
-                OverwriteAnswer answer = OverwriteAnswer::No;
-                if (lasting) answer = *lasting;
-                else if (options.ask) answer = options.ask(result.output);
-                if (answer == OverwriteAnswer::YesToAll || answer == OverwriteAnswer::NoToAll)
-                    lasting = answer;
-                write = answer == OverwriteAnswer::Yes || answer == OverwriteAnswer::YesToAll;
-            }
-            if (!write) {
-                result.status = PictureStatus::Skipped;
-                result.message = "exists, not replaced";
-            } else if (const std::error_code writeError = ReplaceFileContents(
-                           result.output, encoded.bytes, WriteOptions(exists, newFilesToSync))) {
-                result.message = "could not be written: " + writeError.message();
-                // A folder that is gone, read-only or full fails every picture after this one.
-                const std::error_code& e = writeError;
-                if (!fs::is_directory(target, existsError)) {
-                    report.stopped = true;
-                    report.stopReason = "The target folder is gone: " + target.string();
-                } else if (e == std::errc::permission_denied || e == std::errc::read_only_file_system ||
-                           e == std::errc::no_space_on_device || e == std::errc::operation_not_permitted) {
-                    report.stopped = true;
-                    report.stopReason = "The target folder cannot be written: " + writeError.message();
-                }
-            } else {
-                result.status = PictureStatus::Written;
-                result.size = encoded.size;
-            }
-        }
-        switch (result.status) {
-            case PictureStatus::Written:
-                ++report.written;
-                report.outputs.push_back(result.output);
-                if (!encoded.note.empty()) {
-                    result.message = encoded.note;
-                    report.notes.push_back(result);
-                }
-                break;
-            case PictureStatus::Skipped: ++report.skipped; break;
-            case PictureStatus::Failed: report.failures.push_back(result); break;
-        }
-        if (options.onPicture) options.onPicture(result);
+        const int64_t sequence = options.shardCount > 1 ? static_cast<int64_t>(shard.listIndex[i]) + 1
+                                                        : options.continuationBase + report.written + 1;
+        writes.Write(i, shard.items[i], sequence, workers.Take(i));
         if (options.progress)
-            options.progress(static_cast<int>((i + 1) * 100 / n), items[i].source.filename().string());
-        if (report.stopped) break;
+            options.progress(static_cast<int>((i + 1) * 100 / n), shard.items[i].source.filename().string());
     }
-    stopWorkers();
-    if (newFilesToSync) SyncFolder(target);
+    workers.Stop();
+    if (writes.NewFilesToSync()) SyncFolder(target);
     return report;
 }
 

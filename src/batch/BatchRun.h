@@ -27,8 +27,8 @@ struct BatchItem {
 
 // The job's picture list: the [Pictures] rows (relative names joined to the source folder;
 // rotation and effect the row's own unless the job's "all" boxes are on), or else every
-// picture of the source folder that the job's file filter admits (by default bmp, gif, jpg,
-// jpeg, png, tif, tiff, ico, any case), sorted by name.
+// picture of the source folder that the job's file filter admits (by default the extensions
+// the format table lists, any case), sorted by name.
 std::vector<BatchItem> BatchItems(const BatchJob& job);
 
 // A row's effect and rotation words applied as the run applies them (the wizard's preview).

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "output/PictureFormats.h"
 #include "core/text/TextCase.h"
 
 namespace quorbel {
@@ -57,8 +58,11 @@ int FolderAttributes(const fs::path& path) {
 }
 
 const std::vector<std::string>& PictureFilter::DefaultExtensions() {
-    static const std::vector<std::string> kDefault{"bmp", "gif", "jpg", "jpeg", "png", "tif", "tiff", "ico",
-                                                         "webp", "avif", "heic", "heif"};
+    static const std::vector<std::string> kDefault = [] {
+        std::vector<std::string> list;
+        for (std::string_view e : ListedExtensions()) list.emplace_back(e);
+        return list;
+    }();
     return kDefault;
 }
 

@@ -23,7 +23,7 @@ int FolderAttributes(const std::filesystem::path& path);
 // The extensions (lower case, without the dot) a folder listing admits.
 class PictureFilter {
 public:
-    static const std::vector<std::string>& DefaultExtensions();  // bmp gif jpg jpeg png tif tiff ico webp avif heic heif
+    static const std::vector<std::string>& DefaultExtensions();  // the format table's: bmp gif jpg jpeg png tif tiff ico webp avif heic heif
     PictureFilter() : extensions_(DefaultExtensions()) {}
     explicit PictureFilter(std::vector<std::string> extensions);
     // "jpg;png" (also "*.jpg, .png"); an empty text gives the default list.

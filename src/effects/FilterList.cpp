@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/text/TextCase.h"
+
 namespace quorbel {
 namespace {
 
@@ -56,6 +58,12 @@ constexpr std::array<FilterEntry, kFilterCount> kList{{
 }  // namespace
 
 std::span<const FilterEntry, kFilterCount> FilterList() { return kList; }
+
+int FindFilter(std::string_view name) {
+    for (int i = 1; i < kFilterCount; ++i)
+        if (EqualsIgnoreCase(name, kList[static_cast<size_t>(i)].name)) return i;
+    return 0;
+}
 
 FilterSettings InitialSettings(int index) {
     FilterSettings s;

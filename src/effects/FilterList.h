@@ -4,6 +4,7 @@
 // both read this table; the numbers live nowhere else.
 #include <array>
 #include <span>
+#include <string_view>
 
 #include "effects/cDIBFilter.h"
 
@@ -28,6 +29,10 @@ inline constexpr int kFilterCount = 28;  // "<None>" and the 27 filters
 
 // Entry i of the list; index 0 is "<None>".
 std::span<const FilterEntry, kFilterCount> FilterList();
+
+// The place of the entry with this name, ignoring ASCII case ("sharpen" finds "Sharpen");
+// 0 ("<None>") when no entry has it. Callers name filters, never count places.
+int FindFilter(std::string_view name);
 
 // The values the window hands over: slider positions and colours.
 struct FilterSettings {

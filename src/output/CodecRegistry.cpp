@@ -15,6 +15,7 @@
 #include "output/Codecs.h"
 #include "output/FileBytes.h"
 #include "output/JpegCodec.h"
+#include "output/PictureFormats.h"
 
 namespace quorbel {
 
@@ -50,37 +51,30 @@ bool FindLong(const EncoderParameters* params, const char* guidText, int32_t& va
     return false;
 }
 
-using EncodeFn = bool (*)(const cDib&, const EncoderParameters*, std::vector<uint8_t>&);
-
+// The registry's encoders, in the order it lists them; extensions, MIME type and encoder
+// come from the format table.
 struct Encoder {
     const char* clsid;
     const char* name;
-    const char* extensions;
-    const char* mime;
-    EncodeFn encode;
+    PictureFormat format;
 };
 
 const Encoder kEncoders[] = {
-    {"{5D0A0F5B-8F6E-4C1E-9E7B-51A7B0C0BD01}", "Quorbel BMP Codec", "*.BMP;*.DIB;*.RLE", "image/bmp",
-     [](const cDib& d, const EncoderParameters*, std::vector<uint8_t>& out) { return EncodeBmp(d, out); }},
-    {"{5D0A0F5B-8F6E-4C1E-9E7B-51A7B0C0BD02}", "Quorbel JPEG Codec", "*.JPG;*.JPEG;*.JPE;*.JFIF", "image/jpeg",
-     [](const cDib& d, const EncoderParameters* p, std::vector<uint8_t>& out) {
-         int32_t quality = 75;
-         FindLong(p, kEncoderQuality, quality);
-         return EncodeJpeg(d.View(), quality, out) == kJpegOk;
-     }},
-    {"{5D0A0F5B-8F6E-4C1E-9E7B-51A7B0C0BD03}", "Quorbel GIF Codec", "*.GIF", "image/gif",
-     [](const cDib& d, const EncoderParameters*, std::vector<uint8_t>& out) { return EncodeGif(d, out); }},
-    {"{5D0A0F5B-8F6E-4C1E-9E7B-51A7B0C0BD04}", "Quorbel TIFF Codec", "*.TIF;*.TIFF", "image/tiff",
-     [](const cDib& d, const EncoderParameters* p, std::vector<uint8_t>& out) {
-         int32_t compression = 2, depth = 24;
-         FindLong(p, kEncoderCompression, compression);
-         FindLong(p, kEncoderColorDepth, depth);
-         return EncodeTiff(d, compression, depth, out);
-     }},
-    {"{5D0A0F5B-8F6E-4C1E-9E7B-51A7B0C0BD05}", "Quorbel PNG Codec", "*.PNG", "image/png",
-     [](const cDib& d, const EncoderParameters*, std::vector<uint8_t>& out) { return EncodePng(d, out); }},
+    {"{5D0A0F5B-8F6E-4C1E-9E7B-51A7B0C0BD01}", "Quorbel BMP Codec", PictureFormat::Bmp},
+    {"{5D0A0F5B-8F6E-4C1E-9E7B-51A7B0C0BD02}", "Quorbel JPEG Codec", PictureFormat::Jpeg},
+    {"{5D0A0F5B-8F6E-4C1E-9E7B-51A7B0C0BD03}", "Quorbel GIF Codec", PictureFormat::Gif},
+    {"{5D0A0F5B-8F6E-4C1E-9E7B-51A7B0C0BD04}", "Quorbel TIFF Codec", PictureFormat::Tiff},
+    {"{5D0A0F5B-8F6E-4C1E-9E7B-51A7B0C0BD05}", "Quorbel PNG Codec", PictureFormat::Png},
 };
+
+// The settings a parameter block gives; what it does not carry keeps the encoders' defaults.
+EncodeSettings SettingsFrom(const EncoderParameters* p) {
+    EncodeSettings s;
+    FindLong(p, kEncoderQuality, s.quality);
+    FindLong(p, kEncoderCompression, s.compression);
+    FindLong(p, kEncoderColorDepth, s.colorDepth);
+    return s;
+}
 
 // Every library answers: a handle can be made and the versions are the ones built against.
 bool LibrariesUsable() {
@@ -167,13 +161,10 @@ bool StartCodecRegistry(uintptr_t& token, MessageBox& messages) {
 }
 
 std::string_view MimeTypeOfFormat(int format) {
-    switch (format) {
-        case 0: return "image/gif";
-        case 1: return "image/jpeg";
-        case 2: return "image/png";
-        case 3: return "image/tiff";
-        default: return {};
-    }
+    static constexpr PictureFormat kCodes[] = {PictureFormat::Gif, PictureFormat::Jpeg, PictureFormat::Png,
+                                               PictureFormat::Tiff};
+    if (format < 0 || format >= static_cast<int>(std::size(kCodes))) return {};
+    return FormatRow(kCodes[format])->mimeType;
 }
 
 EncoderParameters BuildEncoderParameters(int format, const int32_t& quality, const int32_t& colorDepth,
@@ -201,8 +192,9 @@ std::vector<ImageCodecInfo> ImageEncoders() {
         ImageCodecInfo info;
         CLSIDFromString(e.clsid, info.clsid);
         info.codecName = e.name;
-        info.filenameExtension = e.extensions;
-        info.mimeType = e.mime;
+        const PictureFormatRow& row = *FormatRow(e.format);
+        info.filenameExtension = ExtensionPattern(row);
+        info.mimeType = row.mimeType;
         list.push_back(std::move(info));
     }
     return list;
@@ -229,7 +221,7 @@ int SaveImageToFile(const cDib& picture, const std::string& fileName, const Guid
     }
     if (!found) return FileNotFound;  // what the system says for an encoder it does not have
     std::vector<uint8_t> bytes;
-    if (!found->encode(picture, parameters, bytes)) return GenericError;
+    if (!FormatRow(found->format)->encode(picture, SettingsFrom(parameters), bytes)) return GenericError;
     const std::filesystem::path target(fileName);
     // An existing file the user may not write stays as it is, as it would if it were
     // deleted and written anew.

@@ -1,114 +1,80 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
+#include <set>
 
+#include "Scratch.h"
 #include "batch/BatchJob.h"
 
 namespace quorbel {
 namespace {
 
-TEST(BatchJob, EmptyFileGivesTheDefaults) {
-    const BatchJob job = BatchJobFromIni(IniFile::FromText(""));
-    EXPECT_EQ(job.type, "Resize");
-    EXPECT_EQ(job.destination, "Copy to a folder on my computer");
-    EXPECT_EQ(job.effect, "None");
-    EXPECT_EQ(job.rotation, "None");
-    EXPECT_EQ(job.preset, "Original Size");
-    EXPECT_EQ(job.unit, "Pixels");
-    EXPECT_EQ(job.outputType, OutputType::KeepOriginal);
-    EXPECT_EQ(job.quality, "Highest Quality");
-    EXPECT_EQ(job.JpegQuality(), 95);
-    EXPECT_EQ(job.overwrite, OverwritePolicy::Ask);
-    EXPECT_FALSE(job.rename);
-    EXPECT_FALSE(job.forceResize);
-    EXPECT_TRUE(job.pictures.empty());
-    EXPECT_EQ(job, BatchJob{});
+BatchJob Read(const std::string& text) { return BatchJobFromIni(IniFile::FromText(text)); }
+
+// The [Job] keys of the README's job-file example, copied from it, each with a value that is
+// not its default; then the keys written and read that the example leaves out.
+const std::pair<std::string, std::string> kReadmeKeys[] = {
+    {"Type", "Web"}, {"Source", "/home/me/Pictures"}, {"Target", "/home/me/Small"}, {"Subfolders", "1"},
+    {"CreateSubfolder", "1"}, {"FileFilter", "jpg;png"}, {"Rename", "1"}, {"NewName", "holiday"}, {"Effect", "Blur"},
+    {"Rotation", "Rotate Right"}, {"Preset", "Custom"}, {"Width", "640"}, {"Height", "480"}, {"Unit", "Inches"},
+    {"KeepAspect", "0"}, {"Resample", "0"}, {"BestFit", "0"}, {"ForceResize", "1"}, {"FitTurned", "0"},
+    {"OutputType", "JPEG (*.jpg)"}, {"Quality", "Higher Quality"}, {"Overwrite", "YesToAll"}, {"AfterRun", "Folder"}};
+const std::pair<std::string, std::string> kUnlistedKeys[] = {
+    {"Destination", "Burn to CD/DVD"}, {"EffectAll", "0"}, {"RotateAll", "0"},
+    {"RemoveGps", "1"}, {"RemoveMetadata", "1"}, {"ConvertToSrgb", "1"}};
+
+TEST(BatchJob, TheReadmesKeysAreTheOnesWrittenAndRead) {
+    std::string text = "[Job]\n";
+    std::set<std::string> keys;
+    using Keys = std::span<const std::pair<std::string, std::string>>;
+    for (const Keys table : {Keys(kReadmeKeys), Keys(kUnlistedKeys)})
+        for (const auto& [key, value] : table) {
+            EXPECT_NE(Read("[Job]\n" + key + "=" + value), BatchJob{}) << key << " is not read";
+            text += key + "=" + value + "\n";
+            keys.insert(key);
+        }
+    const BatchJob job = Read(text + "[Pictures]\nPicture1=a.jpg\nRotation1=Flip\nEffect1=Blur\nCaption1=The harbour\n");
+    EXPECT_EQ(job.pictures, (std::vector<BatchPicture>{{"a.jpg", "Flip", "Blur", "The harbour"}}));
+    IniFile written;
+    BatchJobToIni(job, written);
+    const std::vector<std::string> jobKeys = written.Keys(kJobSection);
+    EXPECT_EQ(std::set(jobKeys.begin(), jobKeys.end()), keys);
+    EXPECT_EQ(written.Keys(kPicturesSection), (std::vector<std::string>{"Picture1", "Rotation1", "Effect1", "Caption1"}));
+    EXPECT_EQ(BatchJobFromIni(written), job);
 }
 
-TEST(BatchJob, ReadsHandWrittenKeysAndIgnoresWhatItCannotUse) {
-    const BatchJob job = BatchJobFromIni(IniFile::FromText(
-        "[job]\n"
-        "type=Web\n"
-        "Width=12.5\n"
-        "Height=abc\n"
-        "Unit=Inches\n"
-        "BestFit=False\n"
-        "ForceResize=yes\n"
-        "OutputType=png (*.PNG)\n"
-        "Quality=80\n"
-        "Overwrite=notoall\n"
-        "Resample=maybe\n"
-        "Colour=Blue\n"
-        "[Pictures]\n"
-        "Picture1=b.jpg\n"
-        "Rotation1=Rotate Left\n"
-        "Picture2=a.png\n"
-        "Caption2=Beach\n"
-        "Picture4=skipped because 3 is missing.jpg\n"));
+TEST(BatchJob, ReadsHandWrittenValuesAndIgnoresWhatItCannotUse) {
+    EXPECT_EQ(Read(""), BatchJob{});
+    EXPECT_EQ(BatchJob{}.JpegQuality(), 95);  // "Highest Quality"
+    const BatchJob job = Read("[job]\ntype=Web\nWidth=12.5\nHeight=abc\nBestFit=False\nForceResize=yes\n"
+                              "OutputType=png (*.PNG)\nQuality=80\nOverwrite=notoall\nResample=maybe\nColour=Blue\n"
+                              "[Pictures]\nPicture1=b.jpg\nPicture2=a.png\nCaption2=Beach\nPicture4=after a gap.jpg\n");
     EXPECT_EQ(job.type, "Web");
+    EXPECT_TRUE(job.removeGps && job.convertToSrgb);  // a web job's sharing defaults
     EXPECT_DOUBLE_EQ(job.width, 12.5);
     EXPECT_DOUBLE_EQ(job.height, 0);  // not a number: the default
-    EXPECT_EQ(job.unit, "Inches");
     EXPECT_FALSE(job.bestFit);
     EXPECT_TRUE(job.forceResize);
     EXPECT_TRUE(job.resample);  // not a yes or no: the default
     EXPECT_EQ(job.outputType, OutputType::Png);
     EXPECT_EQ(job.JpegQuality(), 80);
     EXPECT_EQ(job.overwrite, OverwritePolicy::NoToAll);
-    ASSERT_EQ(job.pictures.size(), 2u);
-    EXPECT_EQ(job.pictures[0], (BatchPicture{"b.jpg", "Rotate Left", "None", ""}));
-    EXPECT_EQ(job.pictures[1], (BatchPicture{"a.png", "None", "None", "Beach"}));
-
-    EXPECT_EQ(BatchJobFromIni(IniFile::FromText("[Job]\nOutputType=Bogus\n")).outputType,
-              OutputType::KeepOriginal);
-    EXPECT_EQ(BatchJobFromIni(IniFile::FromText("[Job]\nQuality=Lowest Quality\n")).JpegQuality(), 50);
-    EXPECT_EQ(BatchJobFromIni(IniFile::FromText("[Job]\nQuality=99999999999\n")).JpegQuality(), 97);
+    EXPECT_EQ(job.pictures, (std::vector<BatchPicture>{{"b.jpg"}, {"a.png", "None", "None", "Beach"}}));
+    EXPECT_EQ(Read("[Job]\nOutputType=tif\n").outputType, OutputType::Tiff);
+    EXPECT_EQ(Read("[Job]\nOutputType=Bogus\n").outputType, OutputType::KeepOriginal);
+    EXPECT_EQ(Read("[Job]\nQuality=Lowest Quality\n").JpegQuality(), 50);
+    EXPECT_EQ(Read("[Job]\nQuality=99999999999\n").JpegQuality(), 97);
 }
 
-TEST(BatchJob, FileRoundTripKeepsEveryValue) {
-    BatchJob job;
-    job.type = "CD";
-    job.destination = "Burn to CD/DVD";
-    job.source = "/home/me/Pictures";
-    job.target = "/home/me/Out";
-    job.createSubfolder = true;
-    job.subfolders = true;
-    job.rename = true;
-    job.newName = "Holiday 2008";
-    job.effect = "Pixalate";
-    job.effectAll = false;
-    job.rotation = "Horizontal";
-    job.rotateAll = false;
-    job.preset = "Custom";
-    job.width = 10.25;
-    job.height = 7;
-    job.unit = "Centimeters";
-    job.keepAspect = false;
-    job.resample = false;
-    job.bestFit = false;
-    job.forceResize = true;
-    job.outputType = OutputType::Tiff;
-    job.quality = "Lower Quality";
-    job.afterRun = "Just finsh and close the Wizard.";
-    job.overwrite = OverwritePolicy::YesToAll;
+TEST(BatchJob, FileRoundTripLeavesNoOldRowsBehind) {
+    const test::ScratchDir dir;
+    BatchJob job = Read("[Job]\nType=CD\nNewName=Holiday 2008\nWidth=10.25\nAfterRun=Just finsh and close the Wizard.\n");
     job.pictures = {{"one.jpg", "Flip", "Blur", "First"}, {"sub/two.png", "None", "Despeckle More", ""}};
-
-    const auto dir = std::filesystem::path(testing::TempDir()) / "batch_job_round_trip";
-    std::filesystem::remove_all(dir);
-    std::filesystem::create_directories(dir);
-    const auto file = dir / "job.ini";
-    ASSERT_FALSE(SaveBatchJob(job, file));
-    const auto loaded = LoadBatchJob(file);
-    ASSERT_TRUE(loaded.has_value());
-    EXPECT_EQ(*loaded, job);
-
-    // Saving a shorter list over the file leaves no rows of the longer one behind.
+    ASSERT_FALSE(SaveBatchJob(job, dir / "job.ini"));
+    EXPECT_EQ(LoadBatchJob(dir / "job.ini"), job);
     job.pictures.pop_back();
-    ASSERT_FALSE(SaveBatchJob(job, file));
-    EXPECT_EQ(LoadBatchJob(file)->pictures.size(), 1u);
-
+    ASSERT_FALSE(SaveBatchJob(job, dir / "job.ini"));
+    EXPECT_EQ(LoadBatchJob(dir / "job.ini"), job);
     EXPECT_FALSE(LoadBatchJob(dir / "missing.ini").has_value());
-    std::filesystem::remove_all(dir);
 }
 
 }  // namespace

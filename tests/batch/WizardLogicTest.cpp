@@ -1,63 +1,46 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-
+#include "FreshSettings.h"
+#include "ScriptedDesktop.h"
+#include "StandIns.h"
 #include "batch/BatchFinish.h"
 #include "batch/PictureList.h"
 #include "batch/WizardSteps.h"
-#include "share/Disc.h"
 #include "settings/AppFolders.h"
 #include "settings/SettingsStore.h"
+#include "share/Disc.h"
 
 namespace quorbel {
 namespace {
 
-namespace fs = std::filesystem;
+using namespace test;
 
-const std::string kSourceMissing =
-    "The folder you have chosen to resize pictures from does not appear to exist, please check to see that you "
-    "have entered the correct path to the folder.";
-const std::string kRenameEmpty = "Please add a name in the New Name text box or uncheck Rename checkbox.";
-const std::string kBadName = "The New Name contains characters that cannot be used to create files or folders.";
-const std::string kTooLong = "Name too long, please shorten and try again.";
-
-class WizardLogicTest : public testing::Test {
+class WizardLogicTest : public FreshSettings {
 protected:
     void SetUp() override {
-        root_ = fs::path(testing::TempDir()) /
-                ("wizard_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
-        fs::remove_all(root_);
-        fs::create_directories(root_ / "Pics");
+        FreshSettings::SetUp();
         fs::create_directories(root_ / "out");
-        ::setenv("XDG_CONFIG_HOME", (root_ / "config").c_str(), 1);
+        fs::create_directories(root_ / "Pics");
     }
-    void TearDown() override { fs::remove_all(root_); }
     std::string Pics() const { return (root_ / "Pics").string(); }
-    fs::path root_;
     ScriptedMessageBox messages;
 };
 
 TEST_F(WizardLogicTest, FolderStepChecksInOrderAndKeepsTheUserOnTheStep) {
-    struct Case {
-        std::string source, newName;
-        bool rename;
-        std::vector<std::string> texts;
-    };
-    const std::string out = (root_ / "out").string();
-    const Case cases[] = {
-        {"/no/such/folder", "", true, {kSourceMissing}},
-        {Pics(), "", true, {kRenameEmpty}},
-        {Pics(), "Holiday.2008", false, {kBadName}},
-        {Pics(), "Ferien/1", true, {kBadName}},
-        {Pics(), std::string(256, '.'), true, {kTooLong}},
-    };
-    for (const Case& c : cases) {
+    const std::string out = (root_ / "out").string(), badName =
+        "The New Name contains characters that cannot be used to create files or folders.";
+    const std::tuple<std::string, std::string, bool, std::string> cases[] = {
+        {"/no/such/folder", "", true, "The folder you have chosen to resize pictures from does not appear to exist, "
+                                      "please check to see that you have entered the correct path to the folder."},
+        {Pics(), "", true, "Please add a name in the New Name text box or uncheck Rename checkbox."},
+        {Pics(), "Holiday.2008", false, badName},
+        {Pics(), "Ferien/1", true, badName},
+        {Pics(), std::string(256, '.'), true, "Name too long, please shorten and try again."}};
+    for (const auto& [source, newName, rename, text] : cases) {
         messages.Clear();
-        FolderStepValues v{c.source, out, c.rename, c.newName};
-        EXPECT_FALSE(CheckFolderStep(v, messages)) << c.newName;
-        EXPECT_EQ(messages.Texts(), c.texts) << c.newName;
+        FolderStepValues v{source, out, rename, newName};
+        EXPECT_FALSE(CheckFolderStep(v, messages)) << newName;
+        EXPECT_EQ(messages.Texts(), std::vector{text}) << newName;
     }
     messages.Clear();
     FolderStepValues good{Pics(), out, true, "Holiday 2008"};
@@ -66,18 +49,14 @@ TEST_F(WizardLogicTest, FolderStepChecksInOrderAndKeepsTheUserOnTheStep) {
     EXPECT_EQ(good.source, Pics() + "/");
     EXPECT_EQ(GetSetting(kAppName, "MultiEdit", "Source"), Pics() + "/");
     EXPECT_EQ(GetSetting(kAppName, "Settings", "Rename Name"), "Holiday 2008");
-}
-
-TEST_F(WizardLogicTest, SameFolderAsksAndNoStays) {
-    // Equal once the "/" is added and both are lowered.
-    FolderStepValues v{Pics(), Pics() + "/", false, ""};
+    // The same folder as source and target (once the "/" is added): asked, and No stays.
+    FolderStepValues same{Pics(), Pics() + "/", false, ""};
     messages.Answer(MsgResult::No);
-    EXPECT_FALSE(CheckFolderStep(v, messages));
-    ASSERT_EQ(messages.Shown().size(), 1u);
-    EXPECT_EQ(messages.Shown()[0].buttons, MsgButtons::YesNo);
-    EXPECT_TRUE(messages.Shown()[0].text.starts_with("Warning! The Source folder is the same as the Target folder!"));
+    EXPECT_FALSE(CheckFolderStep(same, messages));
+    EXPECT_EQ(messages.Shown().back().buttons, MsgButtons::YesNo);
+    EXPECT_TRUE(messages.Shown().back().text.starts_with("Warning! The Source folder is the same as the Target folder!"));
     messages.Answer(MsgResult::Yes);
-    EXPECT_TRUE(CheckFolderStep(v, messages));
+    EXPECT_TRUE(CheckFolderStep(same, messages));
 }
 
 TEST_F(WizardLogicTest, SizeStepReportsTheHeightBeforeTheWidth) {
@@ -97,10 +76,8 @@ TEST_F(WizardLogicTest, SizeStepReportsTheHeightBeforeTheWidth) {
 
 TEST_F(WizardLogicTest, PictureListAddsRemovesMovesAndSetsRows) {
     PictureList list;
-    EXPECT_FALSE(list.RemoveSelected(messages));
-    EXPECT_FALSE(list.RemoveAll(messages));
+    EXPECT_FALSE(list.RemoveSelected(messages) || list.RemoveAll(messages));
     EXPECT_TRUE(messages.Shown().empty());  // an empty list asks nothing
-
     const std::vector<std::string> folder{"a.jpg", "b.jpg", "c.jpg"};
     list.Add(list.AddCandidates(folder, messages), "Rotate Left");
     EXPECT_TRUE(list.AddCandidates(folder, messages).empty());
@@ -135,32 +112,20 @@ TEST_F(WizardLogicTest, PictureListAddsRemovesMovesAndSetsRows) {
     EXPECT_FALSE(PlanPreview(kPreviewModes[1], {"x", "None", "Blur", ""}).effect);
 }
 
-class RecordingDesktop : public Desktop {
-public:
-    explicit RecordingDesktop(MessageBox& m) : Desktop(m) {}
-    bool Open(const std::string& path) override {
-        opened.push_back(path);
-        return true;
-    }
-    std::vector<std::string> opened;
-};
-
 TEST_F(WizardLogicTest, FinishingWalksTheOutputsAndActsOnTheAfterRunChoice) {
-    std::ofstream(root_ / "out/1.jpg") << "x";
-    std::ofstream(root_ / "out/2.jpg") << "x";
+    WriteText(root_ / "out/1.jpg", "x");
+    WriteText(root_ / "out/2.jpg", "x");
     const std::vector<fs::path> outputs{root_ / "out/gone.jpg", root_ / "out/1.jpg", root_ / "out/2.jpg"};
-    RecordingDesktop desktop(messages);
+    ScriptedDesktop desktop(messages);
     JobCompletionServices completion{messages, desktop, root_};
     std::vector<std::string> waits, opened;
     FinishServices services{completion, [&](const std::string& t) { waits.push_back(t); },
                             [&](const std::string&, const std::string& p) { opened.push_back(p); }};
     BatchJob job;
     job.afterRun = kAfterRunTexts[0];
-    const auto existing = FinishBatch(job, {}, outputs, "/t/", services);
-    EXPECT_EQ(existing, (std::vector<fs::path>{outputs[1], outputs[2]}));
+    EXPECT_EQ(FinishBatch(job, {}, outputs, "/t/", services), (std::vector{outputs[1], outputs[2]}));
     EXPECT_EQ(waits, (std::vector<std::string>{kFinishingText, kAllDoneText, kOpeningFolderText}));
     EXPECT_EQ(desktop.opened, std::vector<std::string>{"/t/"});
-
     job.afterRun = "Open";
     FinishBatch(job, {}, outputs, "/t/", services);
     EXPECT_EQ(opened, std::vector<std::string>{outputs[1].string()});
@@ -169,11 +134,8 @@ TEST_F(WizardLogicTest, FinishingWalksTheOutputsAndActsOnTheAfterRunChoice) {
     // disc-writing program on PATH opens the folder and says so.
     job.afterRun = "Folder";
     job.destination = kDestinationDisc;
-    waits.clear();
-    const std::string savedPath = std::getenv("PATH");
-    ::setenv("PATH", root_.c_str(), 1);
+    const StandIns nothing(root_ / "bin", true);
     FinishBatch(job, {}, outputs, "/t/", services);
-    ::setenv("PATH", savedPath.c_str(), 1);
     EXPECT_EQ(desktop.opened, (std::vector<std::string>{"/t/", "/t/"}));
     EXPECT_EQ(waits.back(), kAllDoneText);
     EXPECT_EQ(messages.Texts().back(), kNoDiscWriter);

@@ -1,12 +1,11 @@
-// The main and welcome windows driven as a user would, headless. With QUORBEL_SCREENSHOTS set
-// to a folder the windows are also saved there as pictures.
+// The main and welcome windows' wiring, driven as a user would, headless: each control reaches
+// the model and the model's state reaches the controls. The rules are pinned on the models.
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 
 #include "EditorFixture.h"
-#include "../sizes/QtTestApp.h"
-#include "output/CodecRegistry.h"
+#include "QtUi.h"
 #include "output/JpegCodec.h"
 #include "settings/AppFolders.h"
 #include "settings/SettingsStore.h"
@@ -16,42 +15,15 @@
 
 namespace quorbel::test {
 
-class EditorWindowTest : public ShellFixture {
+// The fixture's codecs, settings and stand-in desktop programs; the windows make their own models.
+class EditorWindowTest : public EditorFixture {
 protected:
-    static void SetUpTestSuite() { EnsureQtApp(); }
-    void SetUp() override {
-        ShellFixture::SetUp();
-        InitialiseDataFolder();
-        ASSERT_TRUE(StartCodecRegistry(token_, messages_));
-    }
-    void TearDown() override {
-        GdiplusShutdown(token_);
-        ShellFixture::TearDown();
-    }
-    static bool WaitIdle(frmEditor& window) {
-        return QTest::qWaitFor([&] { return !window.Model().Busy(); }, 60000);
-    }
-    static void Shoot(QWidget& widget, const char* name) {
-        if (const char* folder = std::getenv("QUORBEL_SCREENSHOTS"))
-            widget.grab().save(QString(folder) + "/" + name);
-    }
-    // A photo-sized JPEG made here, so the test needs no files from outside the checkout.
-    std::string MadePhoto() const {
-        const cDib d = MakePicture(1600, 1200);
-        std::vector<uint8_t> bytes;
-        EncodeJpeg(d.View(), 90, bytes);
-        const std::filesystem::path file = root_ / "photo.jpg";
-        WriteFile(file, std::string(bytes.begin(), bytes.end()));
-        return file.string();
-    }
-
-    uintptr_t token_ = 0;
-    ScriptedMessageBox messages_;
-    UndoHistory undo_;
+    static bool WaitIdle(frmEditor& window) { return WaitUntil([&] { return !window.Model().Busy(); }, 60000); }
+    UndoHistory windowUndo_;
 };
 
-TEST_F(EditorWindowTest, OpeningAPhotoAndChoosingASize) {
-    frmEditor window(undo_, "/nonexistent-help");
+TEST_F(EditorWindowTest, TheMainWindowShowsTheModelAndPassesOnTheUsersMoves) {
+    frmEditor window(windowUndo_, help_.string());
     window.resize(1100, 720);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -59,62 +31,60 @@ TEST_F(EditorWindowTest, OpeningAPhotoAndChoosingASize) {
     EXPECT_EQ(window.cboScale->itemText(0), "Inches");
     EXPECT_EQ(window.cboQuickSize->itemText(3), "Email Large");
 
+    // A photo-sized JPEG made here, so the test needs no files from outside the checkout.
+    std::vector<uint8_t> jpeg;
+    ASSERT_EQ(EncodeJpeg(Numbered(1600, 1200).View(), 90, jpeg), kJpegOk);
+    WriteBytes(root_ / "photo.jpg", jpeg);
     bool shown = false;
     window.onPictureShown = [&] { shown = true; };
-    window.Model().Open(MadePhoto());
+    window.Model().Open((root_ / "photo.jpg").string());
     ASSERT_TRUE(WaitIdle(window));
     ASSERT_TRUE(window.Model().HasPicture());
-    QApplication::processEvents();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return shown; }, 5000));
+    EXPECT_TRUE(WaitUntil([&] { return shown; }, 5000));
     EXPECT_EQ(window.lblStatus->text(), "Image Opened...");
-    EXPECT_EQ(window.cboQuickSize->currentText(), "Original Size");
-    EXPECT_EQ(window.txtWidth->text().toInt(), window.Model().Picture().Width());
 
-    const int index = window.cboQuickSize->findText("Email Large");
-    window.cboQuickSize->setCurrentIndex(index);
-    emit window.cboQuickSize->activated(index);
-    EXPECT_EQ(window.txtWidth->text(), "640");
-    EXPECT_EQ(window.cboScale->currentText(), "Pixels");
-    EXPECT_TRUE(window.lblNewWidth->text().startsWith(QString::number(window.Model().NewWidth())));
-    QTest::qWait(50);
-    Shoot(window, "main-window.png");
+    // A size chosen in the list reaches the model, and the model's size the fields.
+    const std::tuple<const char*, const char*, const char*> sizes[] = {
+        {"Email Large", "640", "Pixels"}, {"Original Size", "1600", "Pixels"}};
+    for (const auto& [preset, width, unit] : sizes) {
+        const int index = window.cboQuickSize->findText(preset);
+        window.cboQuickSize->setCurrentIndex(index);
+        emit window.cboQuickSize->activated(index);
+        EXPECT_EQ(window.Model().Preset(), preset);
+        EXPECT_EQ(window.txtWidth->text(), width) << preset;
+        EXPECT_EQ(window.cboScale->currentText(), unit) << preset;
+        EXPECT_TRUE(window.lblNewWidth->text().startsWith(QString::number(window.Model().NewWidth()))) << preset;
+    }
 
-    // Typing a size means "Custom".
+    // Typing a size reaches the model, which calls it "Custom".
     window.txtHeight->setFocus();
     QTest::keyClick(window.txtHeight, Qt::Key_Backspace);
     EXPECT_EQ(window.cboQuickSize->currentText(), "Custom");
     EXPECT_EQ(window.Model().HeightText(), window.txtHeight->text().toStdString());
 
     // Rotation runs off the window's thread and comes back turned.
-    const int w = window.Model().Picture().Width(), h = window.Model().Picture().Height();
     window.Command("RotateRight");
-    EXPECT_TRUE(window.Model().Busy() || window.Model().Picture().Width() == h);
+    EXPECT_TRUE(window.Model().Busy() || window.Model().Picture().Width() == 1200);
     ASSERT_TRUE(WaitIdle(window));
-    EXPECT_EQ(window.Model().Picture().Width(), h);
-    EXPECT_EQ(window.Model().Picture().Height(), w);
+    EXPECT_EQ(SizeOf(window.Model().Picture()), std::pair(1200, 1600));
     EXPECT_EQ(window.lblStatus->text(), "Image rotated.");
 }
 
-TEST_F(EditorWindowTest, TheWelcomeWindowRemembersTheTick) {
-    frmEditor window(undo_, "/nonexistent-help");
-    {
-        frmWelcome welcome(window.Model(), window.DesktopServices(), "/nonexistent-help", &window);
+TEST_F(EditorWindowTest, TheWelcomeWindowsButtonsAndTickReachItsModel) {
+    frmEditor window(windowUndo_, help_.string());
+    const std::tuple<QPushButton* frmWelcome::*, bool, WelcomeChoice, const char*> cases[] = {
+        {&frmWelcome::cmdLastEdited, true, WelcomeChoice::LastEdited, "1"},
+        {&frmWelcome::cmdClose, false, WelcomeChoice::None, "0"},
+        {&frmWelcome::cmdOpen, true, WelcomeChoice::Open, "1"}};
+    for (const auto& [button, tick, choice, show] : cases) {
+        SaveSetting(kAppName, "Welcome", "Show", "1");
+        frmWelcome welcome(window.Model(), window.DesktopServices(), help_.string(), &window);
         EXPECT_EQ(welcome.chkShowWelcome->text(), "Show This Welcome Screen at Startup");
         EXPECT_TRUE(welcome.chkShowWelcome->isChecked());
-        welcome.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&welcome));
-        Shoot(welcome, "welcome-window.png");
-        welcome.chkShowWelcome->setChecked(false);
-        window.Model().SetChanged(true);
-        welcome.cmdClose->click();
-        EXPECT_EQ(welcome.Choice(), WelcomeChoice::None);
-        EXPECT_FALSE(window.Model().Changed());
-    }
-    EXPECT_EQ(GetSetting(kAppName, "Welcome", "Show"), "0");
-    {
-        frmWelcome welcome(window.Model(), window.DesktopServices(), "/nonexistent-help", &window);
-        welcome.cmdLastEdited->click();
-        EXPECT_EQ(welcome.Choice(), WelcomeChoice::LastEdited);
+        welcome.chkShowWelcome->setChecked(tick);
+        (welcome.*button)->click();
+        EXPECT_EQ(welcome.Choice(), choice);
+        EXPECT_EQ(GetSetting(kAppName, "Welcome", "Show"), show);
     }
 }
 

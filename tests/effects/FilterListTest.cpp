@@ -2,64 +2,108 @@
 
 #include <string>
 
-#include "EffectsPictures.h"
+#include "Pictures.h"
 #include "core/ThreadPool.h"
 #include "effects/ColourRules.h"
 #include "effects/FilterList.h"
 #include "effects/Remap.h"
 
-namespace quorbel {
+namespace quorbel::test {
 namespace {
-using namespace quorbel::test;
 
-TEST(FilterList, EntriesInListOrderWithTheirOwnSpellings) {
-    const auto list = FilterList();
-    const char* names[] = {"<None>", "Blur", "Brightness", "Colorize", "Contour", "Contrast", "Despeckle",
-                           "Despeckle more", "Diffuse", "Dilate", "Emboss", "Erode", "Greys", "Negative",
-                           "Noise", "Outline", "Pixelaze", "Relieve", "Replace HS", "Replace l", "RGB levels",
-                           "Salt 'n pepper removal", "Saturation", "Scanlines", "Sepia", "Sharpen", "Shift",
-                           "Soften"};
-    for (int i = 0; i < kFilterCount; ++i) EXPECT_EQ(std::string(list[i].name), names[i]) << i;
-    // Sliders, colours and picking per entry are checked through the filter window's test.
-    EXPECT_EQ(InitialSettings(3).params, (std::array<int, 3>{0, 50, 100}));
-}
+using Params = std::array<int, 3>;
+using Direct = void (*)(cDIBFilter&, cDib&, const Params&, ColorRef, ColorRef);
 
-TEST(FilterList, DispatchClampsToTheSlidersAndPassesTheCallingValues) {
-    cDIBFilter engine;
-    const cDib src = Noisy(12, 9);
-    cDib none = Copy(src);
-    EXPECT_FALSE(ApplyFilter(engine, none, 0, {}));
-    EXPECT_FALSE(ApplyFilter(engine, none, kFilterCount, {}));
-    EXPECT_TRUE(Same(none, src));
+// Each list entry: its name as the list shows it, the engine call its settings stand for
+// (Level 1..25 is strength 76..100, Threshold t is level 255 - t, Emboss lights from the top
+// left, Sepia uses the window's fixed tones), whether its initial settings leave a picture
+// as it was, and whether it is a 3 × 3 filter (which keeps pictures under 3 × 3 as they are).
+struct Entry {
+    const char* name;
+    Direct direct;
+    bool initialKeeps, threeByThree;
+};
+const Entry kEntries[kFilterCount] = {
+    {"<None>", nullptr, true, false},
+    {"Blur", [](auto& f, auto& p, auto& v, auto, auto) { f.Blur(p, v[0] + 75); }, false, true},
+    {"Brightness", [](auto& f, auto& p, auto& v, auto, auto) { f.RGBLevels(p, v[0], v[0], v[0]); }, true, false},
+    {"Colorize", [](auto& f, auto& p, auto& v, auto, auto) { f.Colorize(p, v[0], v[1], v[2]); }, false, false},
+    {"Contour", [](auto& f, auto& p, auto&, auto, auto) { f.Contour(p); }, false, true},
+    {"Contrast", [](auto& f, auto& p, auto& v, auto, auto) { f.Contrast(p, v[0]); }, true, false},
+    {"Despeckle", [](auto& f, auto& p, auto&, auto, auto) { f.Despeckle(p); }, false, true},
+    {"Despeckle more", [](auto& f, auto& p, auto&, auto, auto) { f.DespeckleMore(p); }, false, true},
+    {"Diffuse", [](auto& f, auto& p, auto& v, auto, auto) { f.Diffuse(p, v[0], v[1], v[2]); }, true, false},
+    {"Dilate", [](auto& f, auto& p, auto&, auto, auto) { f.Dilate(p); }, false, true},
+    {"Emboss", [](auto& f, auto& p, auto& v, auto, auto) { f.Emboss(p, v[0], -1); }, false, true},
+    {"Erode", [](auto& f, auto& p, auto&, auto, auto) { f.Erode(p); }, false, true},
+    {"Greys", [](auto& f, auto& p, auto&, auto, auto) { f.Greys(p); }, false, false},
+    {"Negative", [](auto& f, auto& p, auto&, auto, auto) { f.Negative(p); }, false, false},
+    {"Noise", [](auto& f, auto& p, auto& v, auto, auto) { f.Noise(p, v[0], v[1]); }, true, false},
+    {"Outline", [](auto& f, auto& p, auto& v, auto, auto) { f.Outline(p, v[0], v[1]); }, false, true},
+    {"Pixelaze", [](auto& f, auto& p, auto& v, auto, auto) { f.Pixelate(p, v[0]); }, true, false},
+    {"Relieve", [](auto& f, auto& p, auto& v, auto, auto) { f.Relieve(p, v[0]); }, false, true},
+    {"Replace HS", [](auto& f, auto& p, auto& v, auto a, auto b) { f.ReplaceHS(p, a, b, v[0], v[1], v[2]); }, true, false},
+    {"Replace l", [](auto& f, auto& p, auto& v, auto a, auto b) { f.ReplaceL(p, a, b, v[0], v[1]); }, true, false},
+    {"RGB levels", [](auto& f, auto& p, auto& v, auto, auto) { f.RGBLevels(p, v[0], v[1], v[2]); }, true, false},
+    {"Salt 'n pepper removal", [](auto& f, auto& p, auto& v, auto, auto) { f.SaltPepper(p, 255 - v[0]); }, false, true},
+    {"Saturation", [](auto& f, auto& p, auto& v, auto, auto) { f.Saturation(p, v[0]); }, true, false},
+    {"Scanlines", [](auto& f, auto& p, auto& v, auto, auto) { f.Scanlines(p, v[0], v[1]); }, true, false},
+    {"Sepia", [](auto& f, auto& p, auto&, auto, auto) { f.Sepia(p, 0.5f, 0.25f, 1.0f); }, false, false},
+    {"Sharpen", [](auto& f, auto& p, auto& v, auto, auto) { f.Sharpen(p, v[0] + 75); }, false, true},
+    {"Shift", [](auto& f, auto& p, auto& v, auto a, auto) { f.Shift(p, a, v[0], v[1]); }, true, false},
+    {"Soften", [](auto& f, auto& p, auto& v, auto, auto) { f.Soften(p, v[0] + 75); }, false, true},
+};
 
-    cDib viaList = Copy(src), direct = Copy(src);
-    ApplyFilter(engine, viaList, 1, {{1000, 0, 0}, {}});  // Level clamped to 25
-    engine.Blur(direct, 100);
-    EXPECT_TRUE(Same(viaList, direct));
-
-    cDib bright = Copy(src), levels = Copy(src);
-    ApplyFilter(engine, bright, 2, {{40, 0, 0}, {}});
-    engine.RGBLevels(levels, 40, 40, 40);
-    EXPECT_TRUE(Same(bright, levels));
-
-    cDib salt = Make(5, 5, [](int x, int y) { return x == 2 && y == 2 ? Grey(255) : Grey(0); });
-    ApplyFilter(engine, salt, 21, InitialSettings(21));  // Threshold 0 reaches the engine as 255
-    EXPECT_EQ(At(salt, 2, 2), Grey(0));
-}
-
-// Each list entry with settings away from neutral, so that every filter does something.
+// Settings away from neutral, each slider at a different point of its range, so that every
+// filter does something and no two sliders of one entry agree.
 FilterSettings Busy(int index) {
-    FilterSettings s;
+    FilterSettings s{{}, {RGBColor(200, 60, 60), RGBColor(20, 40, 220)}};
     const FilterEntry& e = FilterList()[index];
-    for (int i = 0; i < e.paramCount; ++i) s.params[i] = (e.params[i].minimum + 3 * e.params[i].maximum) / 4;
-    s.colours = {RGBColor(200, 60, 60), RGBColor(20, 40, 220)};
+    for (int k = 0; k < e.paramCount; ++k)
+        s.params[k] = e.params[k].minimum + (e.params[k].maximum - e.params[k].minimum) * (k + 2) / 5;
     return s;
 }
 
-bool IsThreeByThree(int index) {
-    for (int i : {1, 4, 6, 7, 9, 10, 11, 15, 17, 21, 25, 27})
-        if (i == index) return true;
-    return false;
+// The picture after list entry index with settings s, from a fresh engine (one seed).
+cDib Applied(const cDib& src, int index, const FilterSettings& s) {
+    cDIBFilter engine;
+    cDib pic = Copy(src);
+    ApplyFilter(engine, pic, index, s);
+    return pic;
+}
+
+TEST(FilterList, EveryEntryCallsItsOwnFilter) {
+    const cDib src = Noisy(9, 7);
+    std::vector<cDib> results;
+    for (int i = 0; i < kFilterCount; ++i) {
+        const Entry& e = kEntries[i];
+        SCOPED_TRACE(e.name);
+        EXPECT_EQ(std::string(FilterList()[i].name), e.name);
+        const FilterSettings s = Busy(i);
+        results.push_back(Applied(src, i, s));
+        if (e.direct) {
+            cDIBFilter engine;
+            cDib direct = Copy(src);
+            e.direct(engine, direct, s.params, s.colours[0], s.colours[1]);
+            EXPECT_TRUE(Same(results.back(), direct));
+        }
+        if (i > 0) EXPECT_FALSE(Same(results[i], results[i - 1])) << "same as " << kEntries[i - 1].name;
+        EXPECT_EQ(Same(Applied(src, i, InitialSettings(i)), src), e.initialKeeps);
+        // Each slider is clamped to its range.
+        FilterSettings low = s, high = s, over = s, under = s;
+        for (int k = 0; k < FilterList()[i].paramCount; ++k) {
+            low.params[k] = FilterList()[i].params[k].minimum, under.params[k] = low.params[k] - 100000;
+            high.params[k] = FilterList()[i].params[k].maximum, over.params[k] = high.params[k] + 100000;
+        }
+        EXPECT_TRUE(Same(Applied(src, i, over), Applied(src, i, high)));
+        EXPECT_TRUE(Same(Applied(src, i, under), Applied(src, i, low)));
+    }
+    EXPECT_TRUE(Same(results[0], src));
+    cDIBFilter engine;
+    cDib pic = Copy(src);
+    EXPECT_FALSE(ApplyFilter(engine, pic, 0, {}));
+    EXPECT_FALSE(ApplyFilter(engine, pic, kFilterCount, {}));
+    EXPECT_EQ(InitialSettings(3).params, (Params{0, 50, 100}));
 }
 
 TEST(FilterList, TinyPicturesGoThroughEveryFilter) {
@@ -67,14 +111,13 @@ TEST(FilterList, TinyPicturesGoThroughEveryFilter) {
     for (auto [w, h] : {std::pair{1, 1}, {2, 2}, {1, 7}, {7, 1}, {2, 9}}) {
         const cDib src = Noisy(w, h, uint64_t(w * 31 + h));
         for (int i = 1; i < kFilterCount; ++i) {
+            SCOPED_TRACE(testing::Message() << kEntries[i].name << " " << w << "x" << h);
             cDib pic = Copy(src);
             int last = -1;
             engine.Progress = [&](int p) { last = p; };
             EXPECT_TRUE(ApplyFilter(engine, pic, i, Busy(i)));
-            EXPECT_EQ(last, 100) << i;
-            if (IsThreeByThree(i)) {
-                EXPECT_TRUE(Same(pic, src)) << FilterList()[i].name << " " << w << "x" << h;
-            }
+            EXPECT_EQ(last, 100);
+            if (kEntries[i].threeByThree) EXPECT_TRUE(Same(pic, src));
         }
     }
     cDib empty;
@@ -88,11 +131,7 @@ TEST(FilterList, ResultsDoNotDependOnTheNumberOfThreads) {
     auto runAll = [&](int count) {
         SetThreadCount(count);
         std::vector<cDib> out;
-        cDIBFilter engine;
-        for (int i = 1; i < kFilterCount; ++i) {
-            out.push_back(Copy(src));
-            ApplyFilter(engine, out.back(), i, Busy(i));
-        }
+        for (int i = 1; i < kFilterCount; ++i) out.push_back(Applied(src, i, Busy(i)));
         for (int16_t t = 0; t < 6; ++t) {
             out.emplace_back();
             ApplyWarp(src, out.back(), t, RGBColor(1, 2, 3));
@@ -108,4 +147,4 @@ TEST(FilterList, ResultsDoNotDependOnTheNumberOfThreads) {
 }
 
 }  // namespace
-}  // namespace quorbel
+}  // namespace quorbel::test

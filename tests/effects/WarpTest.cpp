@@ -1,42 +1,62 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <vector>
 
-#include "EffectsPictures.h"
+#include "Pictures.h"
 #include "effects/Remap.h"
 #include "effects/Warp.h"
 
-namespace quorbel {
+namespace quorbel::test {
 namespace {
-using namespace quorbel::test;
 
 constexpr double kEps = 1e-3;
 
-TEST(Warp, WaveShiftsRowsByTheColumnsSine) {
-    const WarpState s = MakeWarpState(2, 200, 100);
-    EXPECT_NEAR(WarpMap(s, 0, 40).sy, 35, kEps);
-    EXPECT_NEAR(WarpMap(s, 25, 40).sy, 25, kEps);
-    EXPECT_NEAR(WarpMap(s, 75, 40).sy, 45, kEps);
-    EXPECT_EQ(WarpMap(s, 75, 40).sx, 75);
-    const WarpState d = MakeWarpState(5, 200, 100);
-    EXPECT_NEAR(WarpMap(d, 0, 0).sx, -5, kEps);
-    EXPECT_NEAR(WarpMap(d, 0, 25).sx, -15, kEps);
+// Where destination points of a w × h picture take their source, worked by hand.
+struct Point {
+    float x, y;
+    char axis;  // 'x' or 'y': the source coordinate checked
+    double want;
+};
+struct MapCase {
+    const char* what;
+    int16_t type;
+    int w, h;
+    std::vector<Point> points;
+};
+
+TEST(Warp, MappedPointsByHand) {
+    const MapCase cases[] = {
+        {"wave: rows shift by the column's sine", 2, 200, 100, {{0, 40, 'y', 35}, {25, 40, 'y', 25}, {75, 40, 'y', 45}, {75, 40, 'x', 75}}},
+        {"double wave", 5, 200, 100, {{0, 0, 'x', -5}, {0, 25, 'x', -15}}},
+        {"twist keeps the centre", 1, 100, 80, {{50, 40, 'x', 50}, {50, 40, 'y', 40}}},
+        // R 75: kept at the centre, at R / 2 and at R; k = r / (R - r) × R / 2 inside; the other side beyond R.
+        {"fisheye", 0, 100, 60,
+         {{50, 30, 'x', 50}, {87.5f, 30, 'x', 87.5}, {65, 30, 'x', 50 + 15 / 60.0 * 37.5}, {150, 30, 'x', -100}, {125, 30, 'x', 125}, {125, 30, 'y', 30}}},
+        {"small top: the bottom row stays, the top row 10 - 2 × (-1) × 5 / 1", 3, 20, 10, {{3, 9, 'x', 3}, {11, 0, 'x', 20}}},
+        {"wiggles: factors 1.5 and 2", 4, 20, 10, {{14, 0, 'x', 16}, {14, 25, 'x', 18}}},
+        {"an unknown transformation is none", 9, 20, 10, {{7, 3, 'x', 7}}},
+    };
+    for (const MapCase& c : cases)
+        for (const Point& p : c.points) {
+            const SourcePoint s = WarpMap(MakeWarpState(c.type, c.w, c.h), p.x, p.y);
+            EXPECT_NEAR(p.axis == 'x' ? s.sx : s.sy, p.want, kEps) << c.what << " at " << p.x << "," << p.y;
+        }
+    EXPECT_EQ(MakeWarpState(0, 100, 60).radius, 75);
 }
 
 TEST(Warp, AngleFunction) {
-    EXPECT_NEAR(VectorAngle(1, 1), 3.14159265 / 4, 1e-9);
-    EXPECT_NEAR(VectorAngle(1, -1), 3 * 3.14159265 / 4, 1e-9);     // b negative: plus pi
-    EXPECT_NEAR(VectorAngle(-1, -1), 5 * 3.14159265 / 4, 1e-9);    // above pi: not folded
-    EXPECT_NEAR(VectorAngle(1, 0.01), 3.14159265 / 2, 1e-9);       // |b| not above 0.01
-    EXPECT_NEAR(VectorAngle(-1, 0.005), -3.14159265 / 2, 1e-9);
-    EXPECT_NEAR(VectorAngle(0, 0), 3.14159265 / 2, 1e-9);
+    constexpr double pi = 3.14159265;
+    // b negative: plus pi, not folded above pi; |b| up to 0.01 counts as 0.
+    const std::array<std::array<double, 3>, 6> cases{
+        {{1, 1, pi / 4}, {1, -1, 3 * pi / 4}, {-1, -1, 5 * pi / 4}, {1, 0.01, pi / 2}, {-1, 0.005, -pi / 2}, {0, 0, pi / 2}}};
+    for (auto [a, b, want] : cases) EXPECT_NEAR(VectorAngle(a, b), want, 1e-9) << a << "," << b;
 }
 
-TEST(Warp, TwistKeepsTheCentreAndMirrorsNearIt) {
+TEST(Warp, TwistTurnsByTheRadiusOverFifty) {
     const WarpState s = MakeWarpState(1, 100, 80);  // centre (50, 40)
-    EXPECT_EQ(WarpMap(s, 50, 40).sx, 50);
-    EXPECT_EQ(WarpMap(s, 50, 40).sy, 40);
     const SourcePoint p = WarpMap(s, 50.6f, 40.8f);  // r = 1: turned by only 1/50 radian
     EXPECT_NEAR(p.sx - 50, -0.6, 0.03);
     EXPECT_NEAR(p.sy - 40, 0.8, 0.03);
@@ -57,29 +77,6 @@ TEST(Warp, TwistKeepsTheCentreAndMirrorsNearIt) {
                               std::fabs(t.sy - (r * std::sin(a2) + 1500.5))});
         }
     EXPECT_LT(worst, 1e-3);
-}
-
-TEST(Warp, FishEyeMagnifiesInsideHalfTheRadiusAndGuardsTheRim) {
-    const WarpState s = MakeWarpState(0, 100, 60);  // R 75, centre (50, 30)
-    EXPECT_EQ(s.radius, 75);
-    EXPECT_EQ(WarpMap(s, 50, 30).sx, 50);
-    EXPECT_NEAR(WarpMap(s, 87.5f, 30).sx, 87.5, kEps);  // r = R / 2
-    EXPECT_NEAR(WarpMap(s, 65, 30).sx, 50 + 15 / 60.0 * 37.5, kEps);  // k = r / (R - r) × R / 2
-    EXPECT_NEAR(WarpMap(s, 150, 30).sx, 50 - 150, kEps);  // beyond R: the other side
-    const SourcePoint rim = WarpMap(s, 125, 30);           // r = R: kept in place
-    EXPECT_EQ(rim.sx, 125);
-    EXPECT_EQ(rim.sy, 30);
-}
-
-TEST(Warp, SmallTopAndWiggles) {
-    const WarpState s = MakeWarpState(3, 20, 10);  // centre (10, 5)
-    EXPECT_NEAR(WarpMap(s, 3, 9).sx, 3, kEps);      // bottom row: identity
-    EXPECT_NEAR(WarpMap(s, 11, 0).sx, 20, kEps);    // top row: 10 - 2 × (-1) × 5 / 1
-    const WarpState w = MakeWarpState(4, 20, 10);
-    EXPECT_NEAR(WarpMap(w, 14, 0).sx, 16, kEps);    // factor 1.5
-    EXPECT_NEAR(WarpMap(w, 14, 25).sx, 18, kEps);   // factor 2
-    const WarpState other = MakeWarpState(9, 20, 10);
-    EXPECT_EQ(WarpMap(other, 7, 3).sx, 7);
 }
 
 TEST(Fish, NearTheCentreNothingMovesAndTheSourceRadiusIsRSquaredOverR) {
@@ -122,4 +119,4 @@ TEST(Remap, SamplesBilinearlyAndFillsOutsideWithTheBackground) {
 }
 
 }  // namespace
-}  // namespace quorbel
+}  // namespace quorbel::test

@@ -1,42 +1,15 @@
 #pragma once
-// Helpers of the hardening tests: scratch folders, files, child processes, peak memory.
+// Helpers of the hardening tests: child processes (scratch folders and files come from Scratch.h).
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <span>
 #include <string>
 #include <vector>
 
+#include "Scratch.h"
+
 namespace quorbel::test {
-
-namespace fs = std::filesystem;
-using Bytes = std::vector<uint8_t>;
-
-struct ScratchDir {
-    fs::path path;
-    explicit ScratchDir(const fs::path& base = fs::temp_directory_path()) {
-        std::string t = (base / "quorbel-hardening-XXXXXX").string();
-        path = ::mkdtemp(t.data());
-    }
-    ~ScratchDir() {
-        std::error_code ec;
-        fs::permissions(path, fs::perms::owner_all, fs::perm_options::add, ec);
-        fs::remove_all(path, ec);
-    }
-};
-
-inline void WriteBytes(const fs::path& file, std::span<const uint8_t> bytes) {
-    std::ofstream(file, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-}
-
-inline Bytes ReadBytes(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return Bytes(std::istreambuf_iterator<char>(in), {});
-}
 
 // Runs argv in a child with optional extra set-up (limits, users) just before exec; returns
 // the exit status as waitpid gives it and the child's standard output.

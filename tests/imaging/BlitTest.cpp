@@ -2,7 +2,7 @@
 
 #include "imaging/Blit.h"
 #include "imaging/cDIBSection.h"
-#include "TestPictures.h"
+#include "Pictures.h"
 
 namespace quorbel {
 using namespace quorbel::test;
@@ -12,9 +12,9 @@ TEST(Blit, BitBltClipsAgainstBothPicturesAndConvertsLayouts) {
     cDib dst;
     dst.Create(3, 3, RGBColor(1, 1, 1));
     BitBlt(dst.View(), -1, 1, 4, 4, src.View(), 0, 0);
-    EXPECT_EQ(Pixel(dst, 0, 1), Pixel(src, 1, 0));
-    EXPECT_EQ(Pixel(dst, 2, 2), Pixel(src, 3, 1));
-    EXPECT_EQ(Pixel(dst, 0, 0), Bgr(1, 1, 1));
+    EXPECT_EQ(At(dst, 0, 1), At(src, 1, 0));
+    EXPECT_EQ(At(dst, 2, 2), At(src, 3, 1));
+    EXPECT_EQ(At(dst, 0, 0), Rgb(1, 1, 1));
 
     cDIBSection s24;
     s24.Create(3, 3);
@@ -26,20 +26,13 @@ TEST(Blit, BitBltClipsAgainstBothPicturesAndConvertsLayouts) {
 }
 
 TEST(Blit, ShrinkingHalftoneAveragesWholeBlocks) {
-    cDib src;
-    src.Create(4, 2, 0);
     // Left 2 × 2 block: 0, 10, 20, 30 -> 15; right block: all 100.
-    SetPixel(src, 0, 0, Bgr(0, 0, 0));
-    SetPixel(src, 1, 0, Bgr(10, 10, 10));
-    SetPixel(src, 0, 1, Bgr(20, 20, 20));
-    SetPixel(src, 1, 1, Bgr(30, 30, 30));
-    for (int x = 2; x < 4; ++x)
-        for (int y = 0; y < 2; ++y) SetPixel(src, x, y, Bgr(100, 100, 100));
+    const cDib src = Make(4, 2, [](int x, int y) { return Grey(uint8_t(x < 2 ? 10 * (x + 2 * y) : 100)); });
     cDib dst;
     dst.Create(2, 1, 0);
     StretchBlt(dst.View(), 0, 0, 2, 1, src.View(), 0, 0, 4, 2, StretchMode::Halftone);
-    EXPECT_EQ(Pixel(dst, 0, 0), Bgr(15, 15, 15));
-    EXPECT_EQ(Pixel(dst, 1, 0), Bgr(100, 100, 100));
+    EXPECT_EQ(At(dst, 0, 0), Rgb(15, 15, 15));
+    EXPECT_EQ(At(dst, 1, 0), Rgb(100, 100, 100));
 }
 
 TEST(Blit, ANegativeDestinationWidthMirrorsIntoAnotherPicture) {
@@ -47,15 +40,15 @@ TEST(Blit, ANegativeDestinationWidthMirrorsIntoAnotherPicture) {
     cDib dst;
     dst.Create(3, 1, 0);
     StretchBlt(dst.View(), 2, 0, -3, 1, src.View(), 0, 0, 3, 1, StretchMode::ColorOnColor);
-    for (int x = 0; x < 3; ++x) EXPECT_EQ(Pixel(dst, x, 0), Pixel(src, 2 - x, 0));
+    for (int x = 0; x < 3; ++x) EXPECT_EQ(At(dst, x, 0), At(src, 2 - x, 0));
 }
 
 TEST(Blit, FillRectIsClippedToThePicture) {
     cDib d;
     d.Create(3, 3, 0);
     FillRect(d.View(), 1, 1, 10, 10, RGBColor(255, 0, 0));
-    EXPECT_EQ(Pixel(d, 0, 0), 0u);
-    EXPECT_EQ(Pixel(d, 2, 2), Bgr(0, 0, 255));
+    EXPECT_EQ(At(d, 0, 0), Px{});
+    EXPECT_EQ(At(d, 2, 2), Rgb(255, 0, 0));
 }
 
 }  // namespace quorbel

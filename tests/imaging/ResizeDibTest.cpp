@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "core/ThreadPool.h"
 #include "imaging/ResizeDib.h"
-#include "TestPictures.h"
+#include "Pictures.h"
 
 namespace quorbel {
 using namespace quorbel::test;
@@ -16,8 +14,7 @@ TEST(ResizeDib, AnEmptyPictureOrASizeThatCannotBeMadeGivesFalseAndKeepsThePictur
     cDib d = Numbered(3, 3);
     EXPECT_FALSE(ResizeDib(d, 0, 10, true));
     EXPECT_FALSE(ResizeDib(d, 10, -1, false));
-    EXPECT_EQ(d.Width(), 3);
-    EXPECT_EQ(Pixel(d, 2, 1), Bgr(2, 1, 3));
+    EXPECT_TRUE(Same(d, Numbered(3, 3)));
 }
 
 TEST(ResizeDib, TheSameSizeRunsThroughAndGivesTheSamePixelsInANewBuffer) {
@@ -25,46 +22,30 @@ TEST(ResizeDib, TheSameSizeRunsThroughAndGivesTheSamePixelsInANewBuffer) {
     const uint8_t* before = d.lpBits();
     ASSERT_TRUE(ResizeDib(d, 9, 7, true));
     EXPECT_NE(d.lpBits(), before);
-    for (int y = 0; y < 7; ++y)
-        for (int x = 0; x < 9; ++x) ASSERT_EQ(Pixel(d, x, y), Bgr(x, y, x + y));
+    EXPECT_TRUE(Same(d, Numbered(9, 7)));
 }
 
 TEST(ResizeDib, FastEnlargingTwoByTwoToFourByFourGivesBlocks) {
-    cDib d;
-    d.Create(2, 2, 0);
-    SetPixel(d, 0, 0, Bgr(255, 0, 0));
-    SetPixel(d, 1, 0, Bgr(0, 255, 0));
-    SetPixel(d, 0, 1, Bgr(0, 0, 255));
-    SetPixel(d, 1, 1, Bgr(255, 255, 255));
-    cDib hq;
-    hq.Create(2, 2, 0);
-    hq.LoadBlt(d.View(), 0, 0);
-
+    const Px corner[2][2] = {{Rgb(0, 0, 255), Rgb(0, 255, 0)}, {Rgb(255, 0, 0), Rgb(255, 255, 255)}};
+    const auto blocks = [&](int x, int y) { return corner[y / 2][x / 2]; };
+    cDib d = Make(2, 2, [&](int x, int y) { return corner[y][x]; }), hq = Copy(d);
     ASSERT_TRUE(ResizeDib(d, 4, 4, false));
-    for (int y = 0; y < 4; ++y)
-        for (int x = 0; x < 4; ++x) {
-            const uint32_t want = x < 2 ? (y < 2 ? Bgr(255, 0, 0) : Bgr(0, 0, 255))
-                                        : (y < 2 ? Bgr(0, 255, 0) : Bgr(255, 255, 255));
-            EXPECT_EQ(Pixel(d, x, y), want) << x << "," << y;
-        }
+    EXPECT_TRUE(Same(d, Make(4, 4, blocks)));
 
     // High quality blends: the inner pixels are neither of their neighbours' pure colours.
     ASSERT_TRUE(ResizeDib(hq, 4, 4, true));
-    const uint32_t inner = Pixel(hq, 1, 1);
-    EXPECT_NE(inner, Bgr(255, 0, 0));
-    EXPECT_GT(inner & 0xFF, 0u);
-    EXPECT_LT(inner & 0xFF, 255u);
-    EXPECT_GT((inner >> 16) & 0xFF, 0u);
+    const Px inner = At(hq, 1, 1);
+    EXPECT_GT(inner.b, 0);
+    EXPECT_LT(inner.b, 255);
+    EXPECT_GT(inner.r, 0);
 }
 
 TEST(ResizeDib, FlatPicturesStayFlatAtEverySize) {
     // Weights sum to exactly one, so no level drifts, and nothing overshoots at the edges.
     for (auto [w, h] : {std::pair{1, 1}, {3, 2}, {640, 480}, {17, 1000}}) {
-        cDib d;
-        d.Create(50, 40, RGBColor(200, 17, 255));
+        cDib d = Flat(50, 40, Rgb(200, 17, 255));
         ASSERT_TRUE(ResizeDib(d, w, h, true));
-        for (int y = 0; y < h; y += std::max(1, h / 7))
-            for (int x = 0; x < w; x += std::max(1, w / 7)) ASSERT_EQ(Pixel(d, x, y), Bgr(255, 17, 200));
+        EXPECT_EQ(MaxDiff(d, Flat(w, h, Rgb(200, 17, 255))), 0) << w << "x" << h;
     }
 }
 
@@ -72,41 +53,27 @@ TEST(ResizeDib, FineStripesShrunkEightTimesComeOutFlatGrey) {
     // One-pixel black and white columns (and rows in the second picture): the widened kernel
     // must average them away; a plain bicubic would alias them into stripes.
     for (bool rows : {false, true}) {
-        cDib d;
-        d.Create(800, 800, 0);
-        for (int y = 0; y < 800; ++y)
-            for (int x = 0; x < 800; ++x)
-                if (((rows ? y : x) & 1) == 0) SetPixel(d, x, y, Bgr(255, 255, 255));
+        cDib d = Make(800, 800, [rows](int x, int y) { return Grey(((rows ? y : x) & 1) ? 0 : 255); });
         ASSERT_TRUE(ResizeDib(d, 100, 100, true));
-        int lo = 255, hi = 0;
-        for (int y = 0; y < 100; ++y)
-            for (int x = 0; x < 100; ++x)
-                for (int c = 0; c < 3; ++c) {
-                    const int v = d.Row(y)[x * 4 + c];
-                    lo = std::min(lo, v);
-                    hi = std::max(hi, v);
-                }
-        EXPECT_GE(lo, 128 - 3);
-        EXPECT_LE(hi, 128 + 3);
+        EXPECT_LE(MaxDiff(d, Flat(100, 100, Grey(128))), 3) << rows;
     }
 }
 
 TEST(ResizeDib, ShrinkingKeepsTheAverageAndMirroredInputGivesMirroredOutput) {
-    cDib d = Numbered(301, 203);
-    cDib m = Numbered(301, 203);
+    const auto meanBlue = [](const cDib& d) {
+        double sum = 0;
+        for (int y = 0; y < d.Height(); ++y)
+            for (int x = 0; x < d.Width(); ++x) sum += At(d, x, y).b;
+        return sum / (d.Width() * d.Height());
+    };
+    cDib d = Numbered(301, 203), m = Numbered(301, 203);
+    const double before = meanBlue(d);
     m.Orientation(true, false, false);
-    double before = 0;
-    for (int y = 0; y < 203; ++y)
-        for (int x = 0; x < 301; ++x) before += d.Row(y)[x * 4];
     ASSERT_TRUE(ResizeDib(d, 97, 61, true));
     ASSERT_TRUE(ResizeDib(m, 97, 61, true));
-    double after = 0;
-    for (int y = 0; y < 61; ++y)
-        for (int x = 0; x < 97; ++x) {
-            after += d.Row(y)[x * 4];
-            ASSERT_EQ(Pixel(d, x, y), Pixel(m, 96 - x, y));
-        }
-    EXPECT_NEAR(after / (97 * 61), before / (301 * 203), 0.5);
+    EXPECT_NEAR(meanBlue(d), before, 0.5);
+    m.Orientation(true, false, false);
+    EXPECT_TRUE(Same(d, m));
 }
 
 TEST(ResizeDib, TheResultDoesNotDependOnTheNumberOfThreads) {
@@ -117,7 +84,7 @@ TEST(ResizeDib, TheResultDoesNotDependOnTheNumberOfThreads) {
     SetThreadCount(std::max(2, threads));
     ASSERT_TRUE(ResizeDib(b, 333, 517, true));
     SetThreadCount(threads);
-    EXPECT_EQ(0, std::memcmp(a.lpBits(), b.lpBits(), a.Size()));
+    EXPECT_TRUE(Same(a, b));
 }
 
 TEST(ResizeDib, EnlargingInterpolatesAStepSmoothlyAndMonotonically) {
@@ -125,7 +92,7 @@ TEST(ResizeDib, EnlargingInterpolatesAStepSmoothlyAndMonotonically) {
     // overshoot from the cubic's negative lobes, and stay within 0..255.
     cDib d;
     d.Create(8, 1, 0);
-    for (int x = 4; x < 8; ++x) SetPixel(d, x, 0, Bgr(200, 200, 200));
+    for (int x = 4; x < 8; ++x) Put(d, x, 0, Rgb(200, 200, 200));
     ASSERT_TRUE(ResizeDib(d, 32, 1, true));
     EXPECT_EQ(d.Row(0)[0], 0);
     EXPECT_EQ(d.Row(0)[31 * 4], 200);

@@ -3,7 +3,7 @@
 #include "core/RuntimeError.h"
 #include "imaging/DecodedPicture.h"
 #include "imaging/cDIBSection.h"
-#include "TestPictures.h"
+#include "Pictures.h"
 
 namespace quorbel {
 using namespace quorbel::test;
@@ -51,11 +51,11 @@ TEST(cDIBSection, CreateFromPictureAndPaintPictureCopyThePixels) {
     cDib target;
     target.Create(4, 4, RGBColor(9, 9, 9));
     d.PaintPicture(target.hDC(), 1, 1);
-    EXPECT_EQ(Pixel(target, 3, 2), Bgr(2, 1, 3));
-    EXPECT_EQ(Pixel(target, 0, 0), Bgr(9, 9, 9));
+    EXPECT_EQ(At(target, 3, 2), Rgb(3, 1, 2));
+    EXPECT_EQ(At(target, 0, 0), Rgb(9, 9, 9));
     // A part of it: width 1 from source column 2.
     d.PaintPicture(target.hDC(), 0, 0, 1, 1, 2, 0);
-    EXPECT_EQ(Pixel(target, 0, 0), Bgr(2, 0, 2));
+    EXPECT_EQ(At(target, 0, 0), Rgb(2, 0, 2));
 }
 
 TEST(cDIBSection, CopyToClipboardAsADibIsRefusedWithItsMessage) {

@@ -5,29 +5,29 @@
 #include "core/RuntimeError.h"
 #include "imaging/DecodedPicture.h"
 #include "imaging/cDib.h"
-#include "TestPictures.h"
+#include "Pictures.h"
 
 namespace quorbel {
 using namespace quorbel::test;
 
-TEST(cDib, CreateFillsEveryPixelWithTheBackgroundAndDescribesItself) {
+cDib Blank(int w, int h, ColorRef background = 0) {
     cDib d;
-    ASSERT_TRUE(d.Create(3, 2, RGBColor(10, 20, 30)));
-    EXPECT_TRUE(d.hDIB());
+    d.Create(w, h, background);
+    return d;
+}
+
+TEST(cDib, CreateFillsEveryPixelWithTheBackgroundAndDescribesItself) {
+    const cDib d = Blank(3, 2, RGBColor(10, 20, 30));
+    ASSERT_TRUE(d.hDIB());
     EXPECT_EQ((std::array{d.Width(), d.Height(), d.BytesPerScanLine(), d.Size()}), (std::array{3, 2, 12, 24}));
     const auto& hdr = d.Header();
     EXPECT_EQ((std::array<uint32_t, 4>{hdr.biSize, uint32_t(hdr.biBitCount), uint32_t(hdr.biPlanes), hdr.biCompression}),
               (std::array<uint32_t, 4>{40, 32, 1, 0}));
-    for (int y = 0; y < 2; ++y)
-        for (int x = 0; x < 3; ++x) EXPECT_EQ(Pixel(d, x, y), Bgr(30, 20, 10)) << x << "," << y;  // fourth byte 0
-}
-
-TEST(cDib, RowsAreTopDownWhileMemoryIsBottomUp) {
-    cDib d = Numbered(2, 3);
-    // The first bytes in memory are the bottom row (y = 2).
-    EXPECT_EQ(d.lpBits()[1], 2);
-    EXPECT_EQ(d.Row(0), d.lpBits() + 2 * 8);
-    EXPECT_EQ(Pixel(d, 1, 0), Bgr(1, 0, 1));
+    EXPECT_TRUE(Same(d, Flat(3, 2, Rgb(10, 20, 30))));  // fourth byte 0
+    // Rows are top down while memory is bottom up: the first bytes are the bottom row's.
+    const cDib n = Numbered(2, 3);
+    EXPECT_EQ(n.lpBits()[1], 2);
+    EXPECT_EQ(n.Row(0), n.lpBits() + 2 * 8);
 }
 
 TEST(cDib, ZeroOrNegativeSizeGivesAnEmptyBufferAndPaintingDoesNothing) {
@@ -37,117 +37,86 @@ TEST(cDib, ZeroOrNegativeSizeGivesAnEmptyBufferAndPaintingDoesNothing) {
         EXPECT_FALSE(d.hDIB());
         EXPECT_EQ(d.lpBits(), nullptr);
     }
-    cDib empty, target;
-    target.Create(2, 2, RGBColor(1, 2, 3));
+    cDib empty, target = Blank(2, 2, RGBColor(1, 2, 3));
     empty.Paint(target.hDC(), 0, 0, 1);
     empty.Stretch(target.hDC(), 0, 0, 2, 2, 0, 0, 1, 1, StretchMode::Halftone);
     empty.Orientation(true, true, true);
     empty.LoadBlt(target.View(), 0, 0);
     EXPECT_FALSE(empty.hDIB());
-    EXPECT_EQ(Pixel(target, 0, 0), Bgr(3, 2, 1));
+    EXPECT_TRUE(Same(target, Flat(2, 2, Rgb(1, 2, 3))));
 }
 
 TEST(cDib, AByteCountBeyondTheSignedRangeRaisesOverflowBeforeAllocating) {
-    cDib d;
-    d.Create(4, 4, 0);
+    cDib d = Blank(4, 4);
     try {
         d.Create(40000, 40000, 0);  // 6.4e9 bytes
         FAIL() << "no overflow raised";
     } catch (const RuntimeError& e) {
         EXPECT_EQ(e.Number(), kErrOverflow);
     }
-    // The old content was freed first, as Create always does.
-    EXPECT_FALSE(d.hDIB());
+    EXPECT_FALSE(d.hDIB());  // the old content was freed first, as Create always does
     // Fits in 32 bits but exceeds the pixel cap: refused like a failed allocation.
     EXPECT_FALSE(d.Create(65536, 2, 0));
 }
 
-TEST(cDib, LoadBltCopiesTheBuffersSizeFromTheSourceOffset) {
-    cDib src = Numbered(4, 4);
-    cDib d;
-    d.Create(2, 2, 0);
+TEST(cDib, LoadBltCopiesTheBuffersSizeFromTheSourceOffsetAndLoadDIBBltStretches) {
+    const cDib src = Numbered(4, 4);
+    cDib d = Blank(2, 2), e = Blank(2, 2, RGBColor(9, 9, 9));
     d.LoadBlt(src.View(), 1, 2);
-    EXPECT_EQ(Pixel(d, 0, 0), Pixel(src, 1, 2));
-    EXPECT_EQ(Pixel(d, 1, 1), Pixel(src, 2, 3));
-    // Past the source's edge nothing is copied.
-    cDib e;
-    e.Create(2, 2, RGBColor(9, 9, 9));
-    e.LoadBlt(src.View(), 3, 3);
-    EXPECT_EQ(Pixel(e, 0, 0), Pixel(src, 3, 3));
-    EXPECT_EQ(Pixel(e, 1, 1), Bgr(9, 9, 9));
-}
+    EXPECT_TRUE(Same(d, Make(2, 2, [&](int x, int y) { return At(src, x + 1, y + 2); })));
+    e.LoadBlt(src.View(), 3, 3);  // past the source's edge nothing is copied
+    EXPECT_TRUE(Same(e, Make(2, 2, [&](int x, int y) { return x + y ? Grey(9) : At(src, 3, 3); })));
 
-TEST(cDib, LoadDIBBltStretchesTheOtherBufferOntoTheWholeOfThisOne) {
-    cDib small;
-    small.Create(2, 1, 0);
-    SetPixel(small, 0, 0, Bgr(1, 1, 1));
-    SetPixel(small, 1, 0, Bgr(2, 2, 2));
-    cDib d;
-    d.Create(4, 2, 0);
-    d.LoadDIBBlt(small);
-    for (int y = 0; y < 2; ++y)
-        for (int x = 0; x < 4; ++x) EXPECT_EQ(Pixel(d, x, y), x < 2 ? Bgr(1, 1, 1) : Bgr(2, 2, 2)) << x << "," << y;
+    cDib wide = Blank(4, 2);
+    wide.LoadDIBBlt(Make(2, 1, [](int x, int) { return Grey(uint8_t(x + 1)); }));
+    EXPECT_TRUE(Same(wide, Make(4, 2, [](int x, int) { return Grey(x < 2 ? 1 : 2); })));
 }
 
 TEST(cDib, PaintWithZoomRepeatsEachPixelAndChecksTheExtent) {
-    cDib src = Numbered(2, 2);
-    cDib target;
-    target.Create(5, 5, RGBColor(7, 7, 7));
+    const cDib src = Numbered(2, 2);
+    cDib target = Blank(5, 5, RGBColor(7, 7, 7));
     src.Paint(target.hDC(), 1, 1, 2);
-    EXPECT_EQ(Pixel(target, 0, 0), Bgr(7, 7, 7));
-    EXPECT_EQ(Pixel(target, 1, 1), Pixel(src, 0, 0));
-    EXPECT_EQ(Pixel(target, 2, 2), Pixel(src, 0, 0));
-    EXPECT_EQ(Pixel(target, 3, 2), Pixel(src, 1, 0));
-    EXPECT_EQ(Pixel(target, 4, 4), Pixel(src, 1, 1));
+    EXPECT_TRUE(Same(target, Make(5, 5, [&](int x, int y) { return x && y ? At(src, (x - 1) / 2, (y - 1) / 2) : Grey(7); })));
     EXPECT_THROW(src.Paint(target.hDC(), 0, 0, 1 << 30), RuntimeError);
 }
 
 TEST(cDib, StretchUsesTheGivenModeAndPutsTheTargetsModeBack) {
-    // A 2 x 1 picture black and white, drawn into one pixel: halftone averages, the two
-    // monochrome modes keep the dark or the light one.
-    cDib src;
-    src.Create(2, 1, 0);
-    SetPixel(src, 1, 0, Bgr(200, 100, 50));
-    cDib t;
-    t.Create(1, 1, 0);
+    // Black and a colour drawn into one pixel: halftone averages, the two monochrome modes
+    // keep the dark or the light one.
+    const cDib src = Make(2, 1, [](int x, int) { return x ? Rgb(50, 100, 200) : Px{}; });
+    cDib t = Blank(1, 1);
     t.hDC().stretchMode = StretchMode::ColorOnColor;
-    src.Stretch(t.hDC(), 0, 0, 1, 1, 0, 0, 2, 1, StretchMode::Halftone);
-    EXPECT_EQ(Pixel(t, 0, 0), Bgr(100, 50, 25));
-    EXPECT_EQ(t.hDC().stretchMode, StretchMode::ColorOnColor);
-    src.Stretch(t.hDC(), 0, 0, 1, 1, 0, 0, 2, 1, StretchMode::BlackOnWhite);
-    EXPECT_EQ(Pixel(t, 0, 0), Bgr(0, 0, 0));
-    src.Stretch(t.hDC(), 0, 0, 1, 1, 0, 0, 2, 1, StretchMode::WhiteOnBlack);
-    EXPECT_EQ(Pixel(t, 0, 0), Bgr(200, 100, 50));
+    for (auto [mode, want] : {std::pair{StretchMode::Halftone, Rgb(25, 50, 100)}, {StretchMode::BlackOnWhite, Px{}},
+                              {StretchMode::WhiteOnBlack, Rgb(50, 100, 200)}}) {
+        src.Stretch(t.hDC(), 0, 0, 1, 1, 0, 0, 2, 1, mode);
+        EXPECT_EQ(At(t, 0, 0), want);
+        EXPECT_EQ(t.hDC().stretchMode, StretchMode::ColorOnColor);
+    }
 }
 
 TEST(cDib, GetBestFitInfoKeepsTheAspectAndCentres) {
-    cDib d;
-    int32_t l, t, w, h;
-    d.Create(400, 300, 0);
-    d.GetBestFitInfo(200, 200, false, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{0, 25, 200, 150}));
-
-    d.Create(100, 50, 0);
-    d.GetBestFitInfo(200, 200, false, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{0, 0, 100, 50}));
-    d.GetBestFitInfo(200, 200, true, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{0, 50, 200, 100}));
-
-    d.Create(300, 300, 0);
-    d.GetBestFitInfo(200, 100, false, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{50, 0, 100, 100}));
-
-    // A square into a square box: equal ratios take the height branch, width = RY × W.
-    d.Create(7, 7, 0);
-    d.GetBestFitInfo(3, 3, false, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{0, 0, 3, 3}));
-    // Heights of 1.5 and 2.5 both round to 2 (halves to even), then centre in the box.
-    d.Create(4, 3, 0);
-    d.GetBestFitInfo(2, 10, true, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{0, 4, 2, 2}));
-    d.Create(4, 5, 0);
-    d.GetBestFitInfo(2, 10, false, l, t, w, h);
-    EXPECT_EQ((std::array{l, t, w, h}), (std::array{0, 4, 2, 2}));
+    const struct {
+        int w, h, boxW, boxH;
+        bool enlarge;
+        std::array<int32_t, 4> fit;  // left, top, width, height
+    } cases[] = {
+        {400, 300, 200, 200, false, {0, 25, 200, 150}},
+        {100, 50, 200, 200, false, {0, 0, 100, 50}},
+        {100, 50, 200, 200, true, {0, 50, 200, 100}},
+        {300, 300, 200, 100, false, {50, 0, 100, 100}},
+        // A square into a square box: equal ratios take the height branch, width = RY × W.
+        {7, 7, 3, 3, false, {0, 0, 3, 3}},
+        // Heights of 1.5 and 2.5 both round to 2 (halves to even), then centre in the box.
+        {4, 3, 2, 10, true, {0, 4, 2, 2}},
+        {4, 5, 2, 10, false, {0, 4, 2, 2}},
+    };
+    for (const auto& c : cases) {
+        cDib d;
+        d.Create(c.w, c.h, 0);
+        std::array<int32_t, 4> fit{};
+        d.GetBestFitInfo(c.boxW, c.boxH, c.enlarge, fit[0], fit[1], fit[2], fit[3]);
+        EXPECT_EQ(fit, c.fit) << c.w << "x" << c.h << " in " << c.boxW << "x" << c.boxH;
+    }
 }
 
 class FakePalette : public PaletteReceiver {
@@ -173,7 +142,7 @@ public:
 TEST(cDib, CreateFromStdPictureReportsTheSourceDepthAndHandsOverPaletteAndIndices) {
     DecodedPicture pic;
     pic.pixels.Create(3, 2, 0);
-    SetPixel(pic.pixels, 2, 0, Bgr(255, 255, 255));
+    Put(pic.pixels, 2, 0, Rgb(255, 255, 255));
     pic.bitsPerPixel = 1;
     pic.palette = {RgbQuad{0, 0, 0, 0}, RgbQuad{255, 255, 255, 0}};
     pic.indices = {0, 0, 1,   // top row
@@ -182,7 +151,7 @@ TEST(cDib, CreateFromStdPictureReportsTheSourceDepthAndHandsOverPaletteAndIndice
     FakePalette pal;
     FakeIndices idx;
     EXPECT_EQ(d.CreateFromStdPicture(&pic, &pal, &idx), 1);
-    EXPECT_EQ(Pixel(d, 2, 0), Bgr(255, 255, 255));
+    EXPECT_EQ(At(d, 2, 0), Rgb(255, 255, 255));
     ASSERT_EQ(pal.entries.size(), 2u);
     EXPECT_EQ(pal.entries[1], (RgbQuad{255, 255, 255, 0}));
     EXPECT_EQ(idx.bits, 1);
@@ -212,8 +181,7 @@ TEST(cDib, CreateFromStdPictureReportsTheSourceDepthAndHandsOverPaletteAndIndice
 }
 
 TEST(cDib, CreateFromStdPictureRefusesNoPictureIconsAndMetafilesLeavingTheBuffer) {
-    cDib d;
-    d.Create(1, 1, RGBColor(1, 2, 3));
+    cDib d = Blank(1, 1, RGBColor(1, 2, 3));
     EXPECT_EQ(d.CreateFromStdPicture(nullptr), 0);
     DecodedPicture icon;
     icon.pixels.Create(16, 16, 0);
@@ -222,7 +190,7 @@ TEST(cDib, CreateFromStdPictureRefusesNoPictureIconsAndMetafilesLeavingTheBuffer
         EXPECT_EQ(d.CreateFromStdPicture(&icon), 0);
     }
     EXPECT_EQ(d.Width(), 1);
-    EXPECT_EQ(Pixel(d, 0, 0), Bgr(3, 2, 1));
+    EXPECT_EQ(At(d, 0, 0), Rgb(1, 2, 3));
 }
 
 }  // namespace quorbel

@@ -4,6 +4,7 @@
 
 #include "ExifTestFiles.h"
 #include "PhotoFiles.h"
+#include "Pictures.h"
 #include "metadata/PictureMetadata.h"
 #include "output/ColourProfile.h"
 
@@ -12,20 +13,9 @@
 namespace quorbel {
 namespace {
 
-cDib Flat(int w, int h, uint8_t b, uint8_t g, uint8_t r) {
-    cDib d;
-    d.Create(w, h);
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x) {
-            uint8_t* p = d.Row(y) + x * 4;
-            p[0] = b, p[1] = g, p[2] = r;
-        }
-    return d;
-}
-
 std::vector<uint8_t> CameraJpeg() {
     std::vector<uint8_t> jpeg;
-    EncodeJpeg(Flat(64, 48, 10, 20, 30).View(), 90, jpeg);
+    EncodeJpeg(test::Flat(64, 48, {10, 20, 30}).View(), 90, jpeg);
     return test::Edited(jpeg, [](Exiv2::Image& image) {
         image.setExifData(test::CameraExif(6));
         image.iptcData()["Iptc.Application2.Keywords"] = "harbour";
@@ -52,7 +42,7 @@ TEST(Metadata, CarriedIntoEveryOutputTypeWithSizeAndOrientationUpdated) {
     EXPECT_EQ(source.Note(), "");
     for (const auto& out : kOutputs) {
         std::vector<uint8_t> bytes;
-        ASSERT_TRUE(out.encode(Flat(48, 64, 10, 20, 30), bytes));
+        ASSERT_TRUE(out.encode(test::Flat(48, 64, {10, 20, 30}), bytes));
         ASSERT_TRUE(WriteMetadata(source, bytes, 48, 64, {})) << out.name;
         DecodedPicture still;
         ASSERT_TRUE(DecodePicture(bytes, still)) << out.name;
@@ -82,7 +72,7 @@ TEST(Metadata, AvifOutputTakesTheBlocksWhileEncoding) {
     const SourceMetadata source = ReadMetadata(CameraJpeg());
     const MetadataBlocks blocks = OutputBlocks(source, 48, 64, {.removeGps = true});
     std::vector<uint8_t> bytes;
-    ASSERT_TRUE(EncodeAvif(Flat(48, 64, 10, 20, 30), 80, bytes, &blocks));
+    ASSERT_TRUE(EncodeAvif(test::Flat(48, 64, {10, 20, 30}), 80, bytes, &blocks));
     auto image = test::OpenBytes(bytes);
     Exiv2::ExifData exif = image->exifData();
     EXPECT_EQ(exif["Exif.Image.Make"].toString(), "Quorcam");
@@ -94,9 +84,7 @@ TEST(Metadata, AvifOutputTakesTheBlocksWhileEncoding) {
 
 // A TIFF's own orientation tag is its EXIF orientation.
 TEST(Metadata, TiffOrientationTagTurnsItUpright) {
-    cDib stored = Flat(30, 20, 0, 255, 0);  // green, its top half red
-    for (int y = 0; y < 10; ++y)
-        for (int x = 0; x < 30; ++x) stored.Row(y)[x * 4 + 1] = 0, stored.Row(y)[x * 4 + 2] = 255;
+    const cDib stored = test::Make(30, 20, [](int, int y) { return y < 10 ? test::Rgb(255, 0, 0) : test::Rgb(0, 255, 0); });
     std::vector<uint8_t> tiff;
     ASSERT_TRUE(EncodeTiff(stored, 2, 24, tiff));
     tiff = test::Edited(tiff, [](Exiv2::Image& image) { image.exifData()["Exif.Image.Orientation"] = uint16_t(8); });
@@ -112,7 +100,7 @@ TEST(Metadata, TiffOrientationTagTurnsItUpright) {
 TEST(Metadata, RemovingGpsOrEverything) {
     const SourceMetadata source = ReadMetadata(CameraJpeg());
     std::vector<uint8_t> noGps, none;
-    ASSERT_TRUE(kOutputs[0].encode(Flat(48, 64, 0, 0, 0), noGps));
+    ASSERT_TRUE(kOutputs[0].encode(test::Flat(48, 64, {0, 0, 0}), noGps));
     none = noGps;
     ASSERT_TRUE(WriteMetadata(source, noGps, 48, 64, {.removeGps = true}));
     ASSERT_TRUE(WriteMetadata(source, none, 48, 64, {.removeAll = true}));
@@ -129,7 +117,7 @@ TEST(Metadata, RemovingGpsOrEverything) {
 
 TEST(Metadata, BadMetadataIsLeftOutWithANote) {
     std::vector<uint8_t> jpeg, png;
-    ASSERT_EQ(EncodeJpeg(Flat(16, 16, 1, 2, 3).View(), 90, jpeg), kJpegOk);
+    ASSERT_EQ(EncodeJpeg(test::Flat(16, 16, {1, 2, 3}).View(), 90, jpeg), kJpegOk);
     const auto damaged = test::WithJpegExif(jpeg, test::ExifBlock({{0x8769, 4, 1, 8}}));  // a loop
     const SourceMetadata fromDamaged = ReadMetadata(damaged);
     EXPECT_FALSE(fromDamaged.HasMetadata());
@@ -146,7 +134,7 @@ TEST(Metadata, BadMetadataIsLeftOutWithANote) {
     });
     EXPECT_TRUE(ReadMetadata(cmykJpeg).IccProfile().empty());
 
-    ASSERT_TRUE(EncodePng(Flat(16, 16, 1, 2, 3), png));
+    ASSERT_TRUE(EncodePng(test::Flat(16, 16, {1, 2, 3}), png));
     const std::string huge = "<?xpacket begin='' id='W5M0MpCehiHzreSzNTczkc9d'?><x:xmpmeta xmlns:x='adobe:ns:meta/'>" +
                              std::string(10 << 20, ' ') + "</x:xmpmeta><?xpacket end='w'?>";
     png = test::Edited(png, [&huge](Exiv2::Image& image) {
@@ -159,19 +147,26 @@ TEST(Metadata, BadMetadataIsLeftOutWithANote) {
     EXPECT_TRUE(fromHuge.HasMetadata());  // the EXIF is still good
 }
 
-// CMYK JPEGs store their inks inverted, as Photoshop writes them: stored (0, 255, 255, 255)
+// CMYK JPEGs store their inks inverted, as most editors write them: stored (0, 255, 255, 255)
 // is full cyan and no black, which shows as RGB (0, 255, 255); stored (255, 255, 255, 127)
 // is no ink and half black: grey 127.
-TEST(ColourProfile, CmykJpegShowsItsInks) {
-    const uint8_t cmyk[2 * 4] = {0, 255, 255, 255, 255, 255, 255, 127};
+// A one-row CMYK JPEG of the given inks, four bytes a pixel.
+std::vector<uint8_t> CmykJpeg(std::span<const uint8_t> inks) {
     tjhandle tj = tjInitCompress();
     unsigned char* jpeg = nullptr;
     unsigned long size = 0;
-    ASSERT_EQ(tjCompress2(tj, cmyk, 2, 8, 1, TJPF_CMYK, &jpeg, &size, TJSAMP_444, 100, 0), 0);
-    DecodedPicture d;
-    ASSERT_TRUE(DecodePicture(std::span<const uint8_t>(jpeg, size), d));
+    const int w = int(inks.size() / 4);
+    const bool ok = tjCompress2(tj, inks.data(), w, w * 4, 1, TJPF_CMYK, &jpeg, &size, TJSAMP_444, 100, 0) == 0;
+    std::vector<uint8_t> bytes(ok ? jpeg : nullptr, ok ? jpeg + size : nullptr);
     tjFree(jpeg);
     tjDestroy(tj);
+    return bytes;
+}
+
+TEST(ColourProfile, CmykJpegShowsItsInks) {
+    const uint8_t cmyk[2 * 4] = {0, 255, 255, 255, 255, 255, 255, 127};
+    DecodedPicture d;
+    ASSERT_TRUE(DecodePicture(CmykJpeg(cmyk), d));
     const uint8_t* p = d.pixels.Row(0);
     const int want[8] = {255, 255, 0, 0, 127, 127, 127, 0};  // cyan, then grey (blue, green, red, unused)
     for (int i : {0, 1, 2, 4, 5, 6}) EXPECT_NEAR(p[i], want[i], 3) << i;
@@ -222,14 +217,9 @@ std::vector<uint8_t> WithProfile(std::vector<uint8_t> jpeg, const std::vector<ui
 }
 
 TEST(ColourProfile, CmykJpegThroughItsOwnProfile) {
-    const uint8_t cyan[4] = {0, 255, 255, 255};  // Adobe's inverted ink
-    tjhandle tj = tjInitCompress();
-    unsigned char* out = nullptr;
-    unsigned long size = 0;
-    ASSERT_EQ(tjCompress2(tj, cyan, 1, 4, 1, TJPF_CMYK, &out, &size, TJSAMP_444, 100, 0), 0);
-    const std::vector<uint8_t> jpeg(out, out + size);
-    tjFree(out);
-    tjDestroy(tj);
+    const uint8_t cyan[4] = {0, 255, 255, 255};  // the inverted ink
+    const std::vector<uint8_t> jpeg = CmykJpeg(cyan);
+    ASSERT_FALSE(jpeg.empty());
     const std::vector<uint8_t> ink = InkProfile(), garbage(ink.size(), 0x5A);  // ink: 4 pieces
     const struct {
         std::vector<uint8_t> file;
@@ -247,12 +237,12 @@ TEST(ColourProfile, CmykJpegThroughItsOwnProfile) {
 }
 
 TEST(ColourProfile, ConvertsToSrgbAndRefusesDamagedProfiles) {
-    cDib red = Flat(4, 4, 0, 0, 255);
+    cDib red = test::Flat(4, 4, {0, 0, 255});
     ASSERT_TRUE(ConvertToSrgb(red, test::SwappedProfile()));
     EXPECT_NEAR(red.Row(1)[0], 255, 2);  // the profile's red primary is sRGB's blue
     EXPECT_NEAR(red.Row(1)[2], 0, 2);
 
-    cDib grey = Flat(4, 4, 90, 90, 90);
+    cDib grey = test::Flat(4, 4, {90, 90, 90});
     std::vector<uint8_t> garbage = test::SwappedProfile();
     garbage.resize(60);
     EXPECT_FALSE(ConvertToSrgb(grey, garbage));

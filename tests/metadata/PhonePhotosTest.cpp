@@ -7,7 +7,8 @@
 #include "ExifTestFiles.h"
 #include "HeifTestFile.h"
 #include "PhotoFiles.h"
-#include "TestPictures.h"
+#include "Pictures.h"
+#include "Scratch.h"
 #include "batch/BatchRun.h"
 
 namespace quorbel {
@@ -17,11 +18,7 @@ namespace fs = std::filesystem;
 
 // Left half red, right half green as stored; or top half red, bottom half green.
 cDib Halves(int w, int h, bool leftRight = true) {
-    cDib d;
-    d.Create(w, h);
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x) d.Row(y)[x * 4 + ((leftRight ? x < w / 2 : y < h / 2) ? 2 : 1)] = 255;
-    return d;
+    return test::Make(w, h, [=](int x, int y) { return (leftRight ? x < w / 2 : y < h / 2) ? test::Rgb(255, 0, 0) : test::Rgb(0, 255, 0); });
 }
 
 std::vector<uint8_t> ExifBytes(const Exiv2::ExifData& exif) {
@@ -40,7 +37,7 @@ char Colour(const cDib& d, bool top) {
 }
 
 TEST(PhonePhotos, EmailJobOutputsUprightSrgbWithoutGpsWithCameraData) {
-    test::TempDir in, out;
+    test::ScratchDir in, out;
     const Exiv2::ExifData camera = test::CameraExif(1);
     std::vector<uint8_t> bytes;
 
@@ -117,7 +114,7 @@ TEST(PhonePhotos, SharingJobsDefaultToNoGpsAndSrgbAndKeepTheChoiceInTheirFile) {
 }
 
 TEST(PhonePhotos, DamagedExifIsLeftOutWithANoteInTheReport) {
-    test::TempDir in, out;
+    test::ScratchDir in, out;
     std::vector<uint8_t> jpeg;
     ASSERT_EQ(EncodeJpeg(Halves(32, 16).View(), 90, jpeg), kJpegOk);
     test::WriteBytes(in.path / "loop.jpg", test::WithJpegExif(jpeg, test::ExifBlock({{0x8769, 4, 1, 8}})));

@@ -6,7 +6,8 @@
 #include <chrono>
 #include <climits>
 
-#include "TestPictures.h"
+#include "BmpFile.h"
+#include "Pictures.h"
 #include "output/Codecs.h"
 #include "output/JpegCodec.h"
 

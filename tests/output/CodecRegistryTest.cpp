@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "TestPictures.h"
+#include "Pictures.h"
+#include "Scratch.h"
+#include "core/MessageBox.h"
 #include "output/CodecRegistry.h"
 
 namespace quorbel {
@@ -66,7 +68,7 @@ TEST(CodecRegistry, NothingWorksBeforeStartUp) {
     EXPECT_EQ(GdiplusStartup(token, GdiplusStartupInput{.GdiplusVersion = 2}), UnsupportedGdiplusVersion);
     EXPECT_EQ(token, 0u);
     EXPECT_TRUE(ImageEncoders().empty());
-    TempDir dir;
+    ScratchDir dir;
     cDib picture = Gradient(4, 4);
     EXPECT_FALSE(SaveDibGdiplus(picture, (dir / "a.png").string(), 2, 90, 24, 6));
     int status = 0;
@@ -82,12 +84,12 @@ protected:
         EXPECT_FALSE(GdiplusRunning());
     }
     uintptr_t token = 0;
-    RecordingMessages messages;
-    TempDir dir;
+    ScriptedMessageBox messages;
+    ScratchDir dir;
 };
 
 TEST_F(RegistryRunning, EncodersByMimeType) {
-    EXPECT_TRUE(messages.shown().empty());
+    EXPECT_TRUE(messages.Shown().empty());
     std::vector<std::string> mimes;
     for (const auto& e : ImageEncoders()) mimes.push_back(e.mimeType);
     EXPECT_EQ(mimes, (std::vector<std::string>{"image/bmp", "image/jpeg", "image/gif", "image/tiff", "image/png"}));

@@ -2,7 +2,9 @@
 
 #include <iterator>
 
-#include "TestPictures.h"
+#include "BmpFile.h"
+#include "Pictures.h"
+#include "Scratch.h"
 #include "output/Codecs.h"
 #include "output/FileBytes.h"
 #include "output/PictureFormat.h"
@@ -34,13 +36,7 @@ TEST(Codecs, LosslessFormatsRoundTripExactlyAndAreFoundByContent) {
 }
 
 TEST(Codecs, GifKeepsAFewColoursExactlyAndApproximatesMany) {
-    cDib few;
-    few.Create(20, 10);
-    for (int y = 0; y < 10; ++y)
-        for (int x = 0; x < 20; ++x) {
-            uint8_t* p = few.Row(y) + x * 4;
-            p[0] = uint8_t(x * 10), p[1] = uint8_t(y * 20), p[2] = 7;  // 200 colours
-        }
+    const cDib few = Make(20, 10, [](int x, int y) { return Px{uint8_t(x * 10), uint8_t(y * 20), 7}; });  // 200 colours
     std::vector<uint8_t> gif;
     ASSERT_TRUE(EncodeGif(few, gif));
     DecodedPicture out;

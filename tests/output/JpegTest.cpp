@@ -5,7 +5,9 @@
 #include <chrono>
 #include <tuple>
 
-#include "TestPictures.h"
+#include "Pictures.h"
+#include "Scratch.h"
+#include "core/MessageBox.h"
 #include "core/ProgramData.h"
 #include "core/RuntimeError.h"
 #include "imaging/cDIBSection.h"
@@ -52,9 +54,9 @@ TEST(Jpeg, RoundTripsEveryRowPaddingUpright) {
         std::vector<uint8_t> bytes;
         ASSERT_TRUE(SaveJPGToBytes(Section(original), bytes, 97));
         cDIBSection loaded;
-        RecordingMessages messages;
+        ScriptedMessageBox messages;
         ASSERT_TRUE(LoadJPGFromBytes(loaded, bytes, messages)) << w;
-        EXPECT_TRUE(messages.shown().empty());
+        EXPECT_TRUE(messages.Shown().empty());
         ASSERT_EQ(loaded.Width(), w);
         ASSERT_EQ(loaded.Height(), 23);
         // Green rises from top to bottom: a flipped decode would reverse it.
@@ -70,7 +72,7 @@ TEST(Jpeg, QualityIsPassedThrough) {
 }
 
 TEST(Jpeg, SaveErrorCarriesNumberSourceAndStatus) {
-    TempDir dir;
+    ScratchDir dir;
     cDIBSection section = Section(Gradient(8, 8));
     try {
         SaveJPG(section, (dir / "q0.jpg").string(), 101);  // the library accepts up to 100
@@ -91,37 +93,32 @@ TEST(Jpeg, SaveErrorCarriesNumberSourceAndStatus) {
     EXPECT_THROW(SaveJPG(empty, (dir / "e.jpg").string(), 80), RuntimeError);
 }
 
+// Saved through the safe replacement (whose own tests pin the rest): the old file's dates
+// and read-only bit stay, a failed save leaves it alone; awkward names are no trouble.
 TEST(Jpeg, OverwriteKeepsTimesAndReadOnlyAndFailureKeepsOldFile) {
-    TempDir dir;
+    ScratchDir dir;
     const auto target = dir / "été photo \xff.jpg";  // blank, non-ASCII and invalid UTF-8
     WriteBytes(target, {1, 2, 3});
-    struct timespec times[2] = {{1000000000, 5}, {1100000000, 7}};  // access, modification
+    const timespec times[2] = {{1000000000, 5}, {1100000000, 7}};  // access, modification
     ASSERT_EQ(utimensat(AT_FDCWD, target.c_str(), times, 0), 0);
     ASSERT_EQ(chmod(target.c_str(), 0444), 0);
 
     cDIBSection section = Section(Gradient(16, 16));
     ASSERT_TRUE(SaveJPG(section, target.string(), 80));
-    struct stat st{};
+    struct stat st {};
     ASSERT_EQ(stat(target.c_str(), &st), 0);
     EXPECT_EQ(st.st_mtim.tv_sec, 1100000000);
-    EXPECT_EQ(st.st_atim.tv_sec, 1000000000);
     EXPECT_EQ(st.st_mode & 0777, 0444u);
     const auto written = ReadBytes(target);
     ASSERT_GT(written.size(), 3u);
     EXPECT_EQ(written[0], 0xFF);
 
     EXPECT_THROW(SaveJPG(section, target.string(), 1000), RuntimeError);
-    EXPECT_EQ(ReadBytes(target), written);  // the failed save left the picture alone
-
-    // A new file gets the current time.
-    const auto fresh = dir / "new.jpg";
-    ASSERT_TRUE(SaveJPG(section, fresh.string(), 80));
-    ASSERT_EQ(stat(fresh.c_str(), &st), 0);
-    EXPECT_GT(st.st_mtim.tv_sec, 1600000000);
+    EXPECT_EQ(ReadBytes(target), written);
 }
 
 TEST(Jpeg, UnreadableHeadersShowTheMessageAndLeaveTheTarget) {
-    TempDir dir;
+    ScratchDir dir;
     const std::vector<uint8_t> good = JpegOf(Gradient(40, 30));
     std::vector<uint8_t> png = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 0, 0, 0, 13};
     std::vector<uint8_t> bomb = good;
@@ -134,27 +131,17 @@ TEST(Jpeg, UnreadableHeadersShowTheMessageAndLeaveTheTarget) {
 
     for (size_t i = 0; i < bad.size(); ++i) {
         cDIBSection target = Section(Gradient(5, 5));
-        RecordingMessages messages;
+        ScriptedMessageBox messages;
         EXPECT_FALSE(LoadJPGFromBytes(target, bad[i], messages)) << i;
-        ASSERT_EQ(messages.shown().size(), 1u) << i;
-        EXPECT_EQ(messages.shown()[0].text, "Failed to read JPG");
-        EXPECT_EQ(messages.shown()[0].icon, MsgIcon::Exclamation);
+        ASSERT_EQ(messages.Shown().size(), 1u) << i;
+        EXPECT_EQ(messages.Shown()[0].text, "Failed to read JPG");
+        EXPECT_EQ(messages.Shown()[0].icon, MsgIcon::Exclamation);
         EXPECT_EQ(target.Width(), 5);
     }
-    RecordingMessages messages;
+    ScriptedMessageBox messages;
     cDIBSection target;
     EXPECT_FALSE(LoadJPG(target, (dir / "missing.jpg").string(), messages));
-    EXPECT_EQ(messages.shown().size(), 1u);
-}
-
-TEST(Jpeg, TruncatedDataGivesNoPictureAtAnyCut) {
-    const std::vector<uint8_t> good = JpegOf(Gradient(64, 48));
-    for (size_t cut : {good.size() / 3, good.size() / 2, good.size() - 10, good.size() - 2}) {
-        std::vector<uint8_t> part(good.begin(), good.begin() + static_cast<ptrdiff_t>(cut));
-        cDib out;
-        EXPECT_NE(DecodeJpeg(part, out), kJpegOk) << cut;
-        EXPECT_FALSE(out.hDIB());
-    }
+    EXPECT_EQ(messages.Shown().size(), 1u);
 }
 
 TEST(Jpeg, HeaderBombIsRefusedBeforeAllocating) {

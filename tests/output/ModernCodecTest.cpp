@@ -1,7 +1,7 @@
 // WebP, AVIF and HEIC: found by content, round trips, the containers' own orientation.
 #include <gtest/gtest.h>
 
-#include "TestPictures.h"
+#include "Pictures.h"
 #include "output/Codecs.h"
 #include "output/PictureFormat.h"
 

@@ -3,7 +3,9 @@
 #include <deque>
 #include <functional>
 
-#include "TestPictures.h"
+#include "Pictures.h"
+#include "Scratch.h"
+#include "core/MessageBox.h"
 #include "output/CodecRegistry.h"
 #include "output/PictureFormat.h"
 #include "output/Savers.h"
@@ -40,16 +42,14 @@ protected:
     }
     void TearDown() override { GdiplusShutdown(token); }
     std::string Folder() const { return dir.path.string(); }
-    void Existing(const std::string& name) { WriteBytes(dir / name, {'o', 'l', 'd'}); }
-    bool Untouched(const std::string& name) { return ReadBytes(dir / name) == std::vector<uint8_t>{'o', 'l', 'd'}; }
 
     uintptr_t token = 0;
     cDib picture;
     OverwriteState state;
-    RecordingMessages messages;
+    ScriptedMessageBox messages;
     ScriptedAsker asker;
     SaveContext ctx;
-    TempDir dir;
+    ScratchDir dir;
 };
 
 TEST_F(SaverTest, NamesFollowEachSaversExtensions) {
@@ -59,17 +59,23 @@ TEST_F(SaverTest, NamesFollowEachSaversExtensions) {
     ClsSaveTIFF tif(ctx);
     clsSaveBMP bmp(ctx);
     clsSaveICO ico(ctx);
-    EXPECT_EQ(jpg.TargetPath("/p", "a"), "/p/a.jpg");
-    EXPECT_EQ(jpg.TargetPath("/p/", "a.JPG"), "/p/a.JPG");  // a trailing separator is not doubled
-    EXPECT_EQ(jpg.TargetPath("/p", "a.jpeg"), "/p/a.jpeg.jpg");
-    // GIF, PNG and TIFF compare with "jpg": .jpg stays, their own extension does not.
-    EXPECT_EQ(gif.TargetPath("/p", "a.jpg"), "/p/a.jpg");
-    EXPECT_EQ(gif.TargetPath("/p", "a.gif"), "/p/a.gif.gif");
-    EXPECT_EQ(png.TargetPath("/p", "a"), "/p/a.png");
-    EXPECT_EQ(tif.TargetPath("/p", "a.tif"), "/p/a.tif.tif");
-    EXPECT_EQ(bmp.TargetPath("/p", "a.BMP"), "/p/a.BMP");
-    EXPECT_EQ(ico.TargetPath("/p", "a.ico"), "/p/a.ico");
-    EXPECT_EQ(ico.TargetPath("/p", "a.bmp"), "/p/a.bmp.ico");
+    const struct {
+        SaverBase* saver;
+        const char *folder, *name, *path;
+    } cases[] = {
+        {&jpg, "/p", "a", "/p/a.jpg"},
+        {&jpg, "/p/", "a.JPG", "/p/a.JPG"},  // a trailing separator is not doubled
+        {&jpg, "/p", "a.jpeg", "/p/a.jpeg.jpg"},
+        // GIF, PNG and TIFF compare with "jpg": .jpg stays, their own extension does not.
+        {&gif, "/p", "a.jpg", "/p/a.jpg"},
+        {&gif, "/p", "a.gif", "/p/a.gif.gif"},
+        {&png, "/p", "a", "/p/a.png"},
+        {&tif, "/p", "a.tif", "/p/a.tif.tif"},
+        {&bmp, "/p", "a.BMP", "/p/a.BMP"},
+        {&ico, "/p", "a.ico", "/p/a.ico"},
+        {&ico, "/p", "a.bmp", "/p/a.bmp.ico"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(c.saver->TargetPath(c.folder, c.name), c.path) << c.name;
     EXPECT_STREQ(ico.TemporaryName(), "tmp.bmp");
     EXPECT_STREQ(tif.TemporaryName(), "tmp.tif");
 }
@@ -88,78 +94,74 @@ TEST_F(SaverTest, EachSaverWritesItsFormat) {
     EXPECT_EQ(DetectPictureFormat(ReadBytes(temp)), PictureFormat::Png);
     ASSERT_TRUE(png.SaveDirect((dir / "direct.png").string()));
     EXPECT_EQ(DetectPictureFormat(ReadBytes(dir / "direct.png")), PictureFormat::Jpeg);
-    EXPECT_TRUE(messages.shown().empty());
+    EXPECT_TRUE(messages.Shown().empty());
 }
 
 TEST_F(SaverTest, FactoryAlwaysSavesThroughTheJpegSaver) {
     EXPECT_EQ(clsSaveFactory(ctx, "GIF .gif").SaveFiletoSpecLoc(Folder(), "x"), (dir / "x.jpg").string());
     EXPECT_EQ(DetectPictureFormat(ReadBytes(dir / "x.jpg")), PictureFormat::Jpeg);
-    EXPECT_TRUE(messages.shown().empty());
+    EXPECT_TRUE(messages.Shown().empty());
     EXPECT_EQ(clsSaveFactory(ctx, "ICON .ico").SaveFiletoSpecLoc(Folder(), "i.ico"), (dir / "i.ico.jpg").string());
-    ASSERT_EQ(messages.shown().size(), 1u);
-    EXPECT_EQ(messages.shown()[0].text, "Cannot create icon image saving as bmp");
+    ASSERT_EQ(messages.Shown().size(), 1u);
+    EXPECT_EQ(messages.Shown()[0].text, "Cannot create icon image saving as bmp");
     EXPECT_EQ(DetectPictureFormat(ReadBytes(dir / "i.ico.jpg")), PictureFormat::Jpeg);
 }
 
-TEST_F(SaverTest, OutsideABatchRunAnExistingFileIsLeftAlone) {
-    Existing("a.jpg");
-    clsSaveJPG jpg(ctx);
-    EXPECT_EQ(jpg.SaveFiletoSpecLoc(Folder(), "a"), "");
-    EXPECT_TRUE(Untouched("a.jpg"));
-    EXPECT_TRUE(asker.asked.empty());
-}
+using Answer = std::function<void(WarningQuestion&)>;
+const Answer kNo = [](WarningQuestion& q) { q.No(); }, kNoToAll = [](WarningQuestion& q) { q.NoToAll(); },
+             kYes = [](WarningQuestion& q) { q.Yes(); }, kYesToAll = [](WarningQuestion& q) { q.YesToAll(); };
 
-TEST_F(SaverTest, QuestionTextAndNoThenNoToAll) {
-    state.BatchActive = true;
-    for (const char* n : {"a.jpg", "b.jpg", "c.jpg", "d.jpg"}) Existing(n);
-    asker.answers = {[](WarningQuestion& q) { q.No(); }, [](WarningQuestion& q) { q.NoToAll(); }};
-    clsSaveJPG jpg(ctx);
-    for (const char* n : {"a", "b", "c", "d"}) EXPECT_EQ(jpg.SaveFiletoSpecLoc(Folder(), n), "");
-    ASSERT_EQ(asker.asked.size(), 2u);  // No asks again next time; No to All ends the asking
-    EXPECT_EQ(asker.asked[0],
-              "The picture 'a.jpg' exists.\r\nDo you want to replace it?\r\nSelect 'Yes' to replace the picture.\r\n"
-              "or 'No' to not replace the file..\r\nClick 'Yes to All' to replace all files,\r\n"
-              "Select 'No to All' to not replace any files.");
-    for (const char* n : {"a.jpg", "b.jpg", "c.jpg", "d.jpg"}) EXPECT_TRUE(Untouched(n)) << n;
-    EXPECT_TRUE(state.NoToAll);
-    EXPECT_FALSE(state.SkipThis);  // cleared by the saver after each question
-    EXPECT_FALSE(state.WriteThis);
-}
-
-TEST_F(SaverTest, YesReplacesOnceAndYesToAllReplacesTheRest) {
-    state.BatchActive = true;
-    for (const char* n : {"a.jpg", "b.jpg", "c.jpg"}) Existing(n);
-    asker.answers = {[](WarningQuestion& q) { q.Yes(); }, [](WarningQuestion& q) { q.YesToAll(); }};
-    clsSaveJPG jpg(ctx);
-    for (const char* n : {"a", "b", "c"}) EXPECT_EQ(jpg.SaveFiletoSpecLoc(Folder(), n), (dir / (std::string(n) + ".jpg")).string());
-    EXPECT_EQ(asker.asked.size(), 2u);
-    for (const char* n : {"a.jpg", "b.jpg", "c.jpg"}) EXPECT_EQ(ReadBytes(dir / n)[0], 0xFF) << n;
-    EXPECT_TRUE(state.YesToAll);
-    EXPECT_FALSE(state.WriteThis);
-}
-
-TEST_F(SaverTest, YesToAllWithSkipChosenActsAsNoToAll) {
-    state.BatchActive = true;
-    Existing("a.jpg");
-    Existing("b.jpg");
-    asker.answers = {[](WarningQuestion& q) {
-        q.Choose(WarningOption::Skip);
-        q.YesToAll();
-    }};
-    clsSaveJPG jpg(ctx);
-    EXPECT_EQ(jpg.SaveFiletoSpecLoc(Folder(), "a"), "");
-    EXPECT_EQ(jpg.SaveFiletoSpecLoc(Folder(), "b"), "");
-    EXPECT_EQ(asker.asked.size(), 1u);
-    EXPECT_TRUE(state.NoToAll);
-    EXPECT_FALSE(state.YesToAll);
-    EXPECT_TRUE(Untouched("a.jpg"));
-    EXPECT_TRUE(Untouched("b.jpg"));
+// Existing a.jpg, b.jpg, … saved over in turn, the user answering each question as scripted.
+TEST_F(SaverTest, ExistingFilesAreReplacedOnlyAsTheAnswersSay) {
+    const struct {
+        const char* what;
+        bool batch, silent, png;
+        std::vector<Answer> answers;
+        int files, asked;
+        bool replaced, yesToAll, noToAll;
+    } cases[] = {
+        {"outside a batch run", false, false, false, {}, 1, 0, false, false, false},
+        // No asks again next time; No to All ends the asking.
+        {"no, then no to all", true, false, false, {kNo, kNoToAll}, 4, 2, false, false, true},
+        {"yes, then yes to all", true, false, false, {kYes, kYesToAll}, 3, 2, true, true, false},
+        {"yes to all with skip chosen", true, false, false,
+         {[](WarningQuestion& q) { q.Choose(WarningOption::Skip), q.YesToAll(); }}, 2, 1, false, false, true},
+        // CD and e-mail jobs replace GIF, PNG and TIFF files without asking; JPEG still asks.
+        {"CD job, PNG", true, true, true, {}, 2, 0, true, false, false},
+        {"CD job, JPEG", true, true, false, {kNo, kNo}, 2, 2, false, false, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        ScratchDir folder;
+        state = {};
+        state.BatchActive = c.batch;
+        ctx.replaceSilently = c.silent;
+        asker.asked.clear();
+        asker.answers.assign(c.answers.begin(), c.answers.end());
+        clsSaveJPG jpg(ctx);
+        clsSavePNG png(ctx);
+        SaverBase& saver = c.png ? static_cast<SaverBase&>(png) : jpg;
+        for (int i = 0; i < c.files; ++i) {
+            const fs::path file = folder / (std::string(1, char('a' + i)) + (c.png ? ".png" : ".jpg"));
+            WriteText(file, "old");
+            EXPECT_EQ(saver.SaveFiletoSpecLoc(folder.path.string(), file.stem().string()), c.replaced ? file.string() : "");
+            EXPECT_EQ(ReadText(file) == "old", !c.replaced) << file;
+        }
+        ASSERT_EQ(int(asker.asked.size()), c.asked);
+        if (c.asked)
+            EXPECT_EQ(asker.asked[0], "The picture 'a.jpg' exists.\r\nDo you want to replace it?\r\nSelect 'Yes' to replace the picture.\r\n"
+                                      "or 'No' to not replace the file..\r\nClick 'Yes to All' to replace all files,\r\n"
+                                      "Select 'No to All' to not replace any files.");
+        EXPECT_EQ(state.YesToAll, c.yesToAll);
+        EXPECT_EQ(state.NoToAll, c.noToAll);
+        EXPECT_FALSE(state.SkipThis);  // cleared by the saver after each question
+        EXPECT_FALSE(state.WriteThis);
+    }
 }
 
 TEST_F(SaverTest, RenameAsksAgainUntilTheNameIsFree) {
     state.BatchActive = true;
-    Existing("Photo.JPG");
-    Existing("taken.jpg");
+    for (const char* name : {"Photo.JPG", "taken.jpg"}) WriteText(dir / name, "old");
     asker.answers = {[this](WarningQuestion& q) {
         q.Choose(WarningOption::Rename);
         EXPECT_TRUE(q.RenameVisible());
@@ -170,15 +172,15 @@ TEST_F(SaverTest, RenameAsksAgainUntilTheNameIsFree) {
         q.SetRenameText("taken.jpg");
         q.Yes();
         EXPECT_FALSE(q.Closed());
-        ASSERT_EQ(messages.shown().size(), 1u);
-        EXPECT_EQ(messages.shown()[0].text, "File Exists please try another name.");
+        ASSERT_EQ(messages.Shown().size(), 1u);
+        EXPECT_EQ(messages.Shown()[0].text, "File Exists please try another name.");
         q.SetRenameText("fresh.jpg");
         q.Yes();
         EXPECT_TRUE(q.Closed());
     }};
     clsSaveJPG jpg(ctx);
     EXPECT_EQ(jpg.SaveFiletoSpecLoc(Folder(), "Photo.JPG"), (dir / "fresh.jpg").string());
-    EXPECT_TRUE(Untouched("Photo.JPG"));
+    EXPECT_EQ(ReadText(dir / "Photo.JPG"), "old");
     EXPECT_EQ(ReadBytes(dir / "fresh.jpg")[0], 0xFF);
     EXPECT_FALSE(state.YesToAll);
 }
@@ -213,23 +215,13 @@ TEST_F(SaverTest, QuestionOptionsAndFlagTable) {
     EXPECT_FALSE(t.NoToAll);
 }
 
-TEST_F(SaverTest, CdAndEmailJobsReplaceWithoutAsking) {
-    state.BatchActive = true;
-    Existing("a.png");
-    ctx.replaceSilently = true;
-    clsSavePNG png(ctx);
-    EXPECT_EQ(png.SaveFiletoSpecLoc(Folder(), "a"), (dir / "a.png").string());
-    EXPECT_TRUE(asker.asked.empty());
-    EXPECT_EQ(ReadBytes(dir / "a.png")[1], 'P');
-}
-
 TEST_F(SaverTest, AFailedWriteShowsTheMessage) {
     GdiplusShutdown(token);  // nothing can be written now
     clsSavePNG png(ctx);
     EXPECT_EQ(png.SaveFiletoSpecLoc(Folder(), "p"), "");
-    ASSERT_EQ(messages.shown().size(), 1u);
-    EXPECT_EQ(messages.shown()[0].text, "Failed to save the picture to the file: '" + (dir / "p.png").string() + "'");
-    EXPECT_EQ(messages.shown()[0].icon, MsgIcon::Exclamation);
+    ASSERT_EQ(messages.Shown().size(), 1u);
+    EXPECT_EQ(messages.Shown()[0].text, "Failed to save the picture to the file: '" + (dir / "p.png").string() + "'");
+    EXPECT_EQ(messages.Shown()[0].icon, MsgIcon::Exclamation);
     EXPECT_FALSE(std::filesystem::exists(dir / "p.png"));
 }
 

@@ -3,9 +3,11 @@
 
 #include "ExifTestFiles.h"
 #include "HeifTestFile.h"
+#include "Pictures.h"
 #include <avif/avif.h>
 #include "output/Codecs.h"
 #include "output/JpegCodec.h"
+#include "output/Upright.h"
 
 namespace quorbel {
 namespace {
@@ -22,33 +24,51 @@ constexpr Case kCases[] = {
     {5, 2, 3, "adbecf"}, {6, 2, 3, "daebfc"}, {7, 2, 3, "fcebda"}, {8, 2, 3, "cfbead"},
 };
 
-uint32_t Colour(char letter) {
-    static constexpr uint32_t kColours[] = {0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00, 0xFF00FF, 0x00FFFF};
+test::Px Colour(char letter) {
+    static constexpr test::Px kColours[] = {{0, 0, 255}, {0, 255, 0}, {255, 0, 0}, {0, 255, 255}, {255, 0, 255}, {255, 255, 0}};
     return kColours[letter - 'a'];
 }
 
+// Where a letter is stored: "abc" over "def".
+std::pair<int, int> StoredAt(char letter) { return {(letter - 'a') % 3, (letter - 'a') / 3}; }
+
 cDib Stored() {
-    cDib d;
-    d.Create(3 * kBlock, 2 * kBlock);
-    for (int y = 0; y < d.Height(); ++y)
-        for (int x = 0; x < d.Width(); ++x) {
-            const uint32_t c = Colour(static_cast<char>('a' + (y / kBlock) * 3 + x / kBlock));
-            uint8_t* p = d.Row(y) + x * 4;
-            p[0] = uint8_t(c), p[1] = uint8_t(c >> 8), p[2] = uint8_t(c >> 16);
-        }
-    return d;
+    return test::Make(3 * kBlock, 2 * kBlock, [](int x, int y) { return Colour(char('a' + (y / kBlock) * 3 + x / kBlock)); });
 }
 
 // Compares the centre of each square with the expected letter's colour.
 void ExpectLetters(const cDib& d, const Case& c, int tolerance) {
-    ASSERT_EQ(d.Width(), c.w * kBlock);
-    ASSERT_EQ(d.Height(), c.h * kBlock);
+    ASSERT_EQ(test::SizeOf(d), std::make_pair(c.w * kBlock, c.h * kBlock));
     for (int i = 0; i < c.w * c.h; ++i) {
-        const uint8_t* p = d.Row((i / c.w) * kBlock + kBlock / 2) + ((i % c.w) * kBlock + kBlock / 2) * 4;
-        const uint32_t want = Colour(c.rows[i]);
-        EXPECT_NEAR(p[2], int(want >> 16 & 255), tolerance) << "orientation " << c.orientation << " square " << i;
-        EXPECT_NEAR(p[1], int(want >> 8 & 255), tolerance) << "orientation " << c.orientation << " square " << i;
-        EXPECT_NEAR(p[0], int(want & 255), tolerance) << "orientation " << c.orientation << " square " << i;
+        const test::Px got = test::At(d, (i % c.w) * kBlock + kBlock / 2, (i / c.w) * kBlock + kBlock / 2);
+        const test::Px want = Colour(c.rows[i]);
+        for (auto part : {&test::Px::r, &test::Px::g, &test::Px::b})
+            EXPECT_NEAR(got.*part, want.*part, tolerance) << "orientation " << c.orientation << " square " << i;
+    }
+}
+
+// The turn itself, one pixel a letter, and for a paletted picture its colour indices too
+// (index i for stored letter i): everything lands where the table puts its letter.
+TEST(Upright, EveryOrientationTurnsEachPixelAndIndexIntoPlace) {
+    const cDib stored = test::Numbered(3, 2);
+    for (const Case& c : kCases) {
+        DecodedPicture picture;
+        picture.pixels = test::Copy(stored);
+        picture.indices = {0, 1, 2, 3, 4, 5};
+        ASSERT_TRUE(TurnUpright(picture, c.orientation));
+        const cDib want = test::Make(c.w, c.h, [&](int x, int y) {
+            const auto [sx, sy] = StoredAt(c.rows[y * c.w + x]);
+            return test::At(stored, sx, sy);
+        });
+        EXPECT_TRUE(test::Same(picture.pixels, want)) << "orientation " << c.orientation;
+        std::vector<uint8_t> indices;
+        for (const char* letter = c.rows; *letter; ++letter) indices.push_back(uint8_t(*letter - 'a'));
+        EXPECT_EQ(picture.indices, indices) << "orientation " << c.orientation;
+    }
+    for (int nonsense : {0, 9, -1}) {
+        cDib d = test::Copy(stored);
+        ASSERT_TRUE(TurnUpright(d, nonsense));
+        EXPECT_TRUE(test::Same(d, stored)) << nonsense;
     }
 }
 

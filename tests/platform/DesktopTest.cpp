@@ -1,50 +1,36 @@
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <chrono>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 
+#include "Scratch.h"
+#include "StandIns.h"
 #include "platform/Desktop.h"
 #include "platform/Process.h"
 
 namespace quorbel {
-namespace fs = std::filesystem;
+using namespace quorbel::test;
 
 // Stand-in desktop programs, first on PATH, that write their arguments to a log.
 class DesktopTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        std::string t = (fs::temp_directory_path() / "quorbel-desktop-XXXXXX").string();
-        dir_ = ::mkdtemp(t.data());
-        log_ = dir_ / "calls.log";
-        savedPath_ = std::getenv("PATH");
-        savedDesktop_ = std::getenv("XDG_CURRENT_DESKTOP") ? std::getenv("XDG_CURRENT_DESKTOP") : "";
-        ::setenv("PATH", (dir_.string() + ":" + savedPath_).c_str(), 1);
+        const char* d = std::getenv("XDG_CURRENT_DESKTOP");
+        savedDesktop_ = d ? d : "";
     }
-    void TearDown() override {
-        ::setenv("PATH", savedPath_.c_str(), 1);
-        ::setenv("XDG_CURRENT_DESKTOP", savedDesktop_.c_str(), 1);
-        fs::remove_all(dir_);
-    }
-    // A program that logs "name arg1 arg2 …", prints `output` and exits with `code`.
-    void StandIn(const std::string& name, int code = 0, const std::string& output = "") {
-        const fs::path p = dir_ / name;
-        std::ofstream(p) << "#!/bin/sh\necho \"" << name << " $*\" >> '" << log_.string() << "'\n"
-                         << "printf '%s' '" << output << "'\nexit " << code << "\n";
-        ::chmod(p.c_str(), 0755);
-    }
+    void TearDown() override { ::setenv("XDG_CURRENT_DESKTOP", savedDesktop_.c_str(), 1); }
+    void StandIn(const std::string& name, int code = 0, const std::string& output = "") { bin_.Add(name, code, output); }
+    // The calls since the last look.
     std::string Calls() {
-        std::ifstream in(log_);
-        return {std::istreambuf_iterator<char>(in), {}};
+        std::string calls = bin_.Calls();
+        fs::remove(bin_.Folder() / "calls.log");
+        return calls;
     }
 
-    fs::path dir_, log_;
-    std::string savedPath_, savedDesktop_;
+    ScratchDir dir_;
+    StandIns bin_{dir_ / "bin"};
+    std::string savedDesktop_;
     ScriptedMessageBox messages_;
     Desktop desktop_{messages_};
 };
@@ -54,43 +40,37 @@ TEST_F(DesktopTest, WallpaperUsesEachDesktopsOwnTool) {
     StandIn("plasma-apply-wallpaperimage");
     StandIn("xfconf-query", 0,
             "/backdrop/screen0/monitor0/workspace0/last-image\n/backdrop/screen0/monitorHDMI-1/workspace0/last-image\n/backdrop/screen0/monitor0/image-style\n");
-
-    ::setenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME", 1);
-    EXPECT_TRUE(desktop_.SetWallpaper("/data/my pics/wall.bmp"));
-    EXPECT_EQ(Calls(),
-              "gsettings set org.gnome.desktop.background picture-uri file:///data/my%20pics/wall.bmp\n"
-              "gsettings set org.gnome.desktop.background picture-uri-dark file:///data/my%20pics/wall.bmp\n");
-
-    fs::remove(log_);
-    ::setenv("XDG_CURRENT_DESKTOP", "KDE", 1);
-    EXPECT_TRUE(desktop_.SetWallpaper("/w.bmp"));
-    EXPECT_EQ(Calls(), "plasma-apply-wallpaperimage /w.bmp\n");
-
-    fs::remove(log_);
-    ::setenv("XDG_CURRENT_DESKTOP", "MATE", 1);
-    EXPECT_TRUE(desktop_.SetWallpaper("/w.bmp"));
-    EXPECT_EQ(Calls(), "gsettings set org.mate.background picture-filename /w.bmp\n");
-
-    fs::remove(log_);
-    ::setenv("XDG_CURRENT_DESKTOP", "X-Cinnamon", 1);
-    EXPECT_TRUE(desktop_.SetWallpaper("/w.bmp"));
-    EXPECT_NE(Calls().find("gsettings set org.cinnamon.desktop.background picture-uri file:///w.bmp\n"), std::string::npos);
-
-    // XFCE: every monitor's last-image property, and nothing else.
-    fs::remove(log_);
-    ::setenv("XDG_CURRENT_DESKTOP", "XFCE", 1);
-    EXPECT_TRUE(desktop_.SetWallpaper("/w.bmp"));
-    EXPECT_EQ(Calls(),
-              "xfconf-query -c xfce4-desktop -l\n"
-              "xfconf-query -c xfce4-desktop -p /backdrop/screen0/monitor0/workspace0/last-image -s /w.bmp\n"
-              "xfconf-query -c xfce4-desktop -p /backdrop/screen0/monitorHDMI-1/workspace0/last-image -s /w.bmp\n");
+    const struct {
+        const char* desktop;
+        const char* picture;
+        std::string calls;
+    } cases[] = {
+        {"ubuntu:GNOME", "/data/my pics/wall.bmp",
+         "gsettings set org.gnome.desktop.background picture-uri file:///data/my%20pics/wall.bmp\n"
+         "gsettings set org.gnome.desktop.background picture-uri-dark file:///data/my%20pics/wall.bmp\n"},
+        {"KDE", "/w.bmp", "plasma-apply-wallpaperimage /w.bmp\n"},
+        {"MATE", "/w.bmp", "gsettings set org.mate.background picture-filename /w.bmp\n"},
+        {"X-Cinnamon", "/w.bmp",
+         "gsettings set org.cinnamon.desktop.background picture-uri file:///w.bmp\n"
+         "gsettings set org.cinnamon.desktop.background picture-uri-dark file:///w.bmp\n"},
+        // XFCE: every monitor's last-image property, and nothing else.
+        {"XFCE", "/w.bmp",
+         "xfconf-query -c xfce4-desktop -l\n"
+         "xfconf-query -c xfce4-desktop -p /backdrop/screen0/monitor0/workspace0/last-image -s /w.bmp\n"
+         "xfconf-query -c xfce4-desktop -p /backdrop/screen0/monitorHDMI-1/workspace0/last-image -s /w.bmp\n"},
+    };
+    for (const auto& c : cases) {
+        ::setenv("XDG_CURRENT_DESKTOP", c.desktop, 1);
+        EXPECT_TRUE(desktop_.SetWallpaper(c.picture)) << c.desktop;
+        EXPECT_EQ(Calls(), c.calls) << c.desktop;
+    }
 }
 
 TEST_F(DesktopTest, WallpaperFailsWhenTheToolRefusesOrIsMissing) {
     ::setenv("XDG_CURRENT_DESKTOP", "KDE", 1);
-    ::setenv("PATH", dir_.c_str(), 1);  // no plasma tool anywhere
+    StandIns alone(dir_ / "alone", true);  // no plasma tool anywhere
     EXPECT_FALSE(desktop_.SetWallpaper("/w.bmp"));
-    StandIn("plasma-apply-wallpaperimage", 1);
+    alone.Add("plasma-apply-wallpaperimage", 1);
     EXPECT_FALSE(desktop_.SetWallpaper("/w.bmp"));
 }
 

@@ -19,16 +19,4 @@ TEST(FileDialogs, ClassicFiltersSplitIntoDescriptionsAndPatterns) {
                                  "JPEG files (*.jpg, *.jpeg) (*.jpg *.jpeg);;TIFF files (*.tif) (*.tif)");
 }
 
-TEST(FileDialogs, TheScriptedDialogsRecordRequestsAndCancelWhenOutOfAnswers) {
-    ScriptedFileDialogs d;
-    d.AnswerSave(SaveAnswer{"/tmp/x", 3, "*.jpg"});
-    auto a = d.SaveFile({"Save as", "JPEG (*.jpg)|*.jpg", 1, "/tmp", ""});
-    ASSERT_TRUE(a);
-    EXPECT_EQ(a->pattern, "*.jpg");
-    EXPECT_FALSE(d.SaveFile({"Save as", "", 1, "", ""}));
-    EXPECT_FALSE(d.OpenFile({"Open", "", ""}));
-    ASSERT_EQ(d.saveRequests.size(), 2u);
-    EXPECT_EQ(d.saveRequests[0].title, "Save as");
-}
-
 }  // namespace quorbel

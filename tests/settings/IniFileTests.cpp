@@ -3,21 +3,17 @@
 #include <csignal>
 #include <thread>
 
-#include "ShellFixture.h"
+#include "FreshSettings.h"
 #include "settings/IniFile.h"
 #include "settings/ProfileString.h"
 
 namespace quorbel::test {
 namespace {
 
-namespace fs = std::filesystem;
-
-class IniEngine : public ShellFixture {
+class IniEngine : public FreshSettings {
 protected:
     fs::path Ini() const { return root_ / "test.ini"; }
-
-    bool Write(std::string_view section, std::optional<std::string_view> key,
-               std::optional<std::string_view> value) {
+    bool Write(std::string_view section, std::optional<std::string_view> key, std::optional<std::string_view> value) {
         return WritePrivateProfileString(section, key, value, Ini());
     }
     std::string Read(std::string_view section, std::string_view key, std::string_view def = "dflt") {
@@ -25,55 +21,61 @@ protected:
     }
 };
 
-TEST_F(IniEngine, NamesIgnoreCaseAndEveryLineKeepsItsPlace) {
-    WriteFile(Ini(),
-              "[Main]\nLast Path=/home/a\nMaximized=0\n\n[Recent Files]\nFile 1=/p/one.jpg\n");
+// One file, one read, one write (a null key or value deletes), and the file after (null:
+// the file as before with "Maximized=1" added).
+struct EditCase {
+    const char* before;
+    const char *readSection, *readKey, *read;
+    const char *section, *key, *value;
+    bool written;
+    const char* after;
+};
 
-    EXPECT_TRUE(Write("MAIN", "last path", "/home/b"));
-    EXPECT_TRUE(Write("main", "Window Position", "1,2,3,4"));
-    EXPECT_TRUE(Write("Extra", "Key", "v"));
+constexpr const char* kMain = "[Main]\nLast Path=/home/a\nMaximized=0\n\n[Recent Files]\nFile 1=/p/one.jpg\n";
+constexpr const char* kDelete = "; top\n[Keep]\nA=1\n[Gone]\n; belongs to Gone\nB=2\n[Keep2]\nC=3\nD=4\n";
+constexpr const char* kGarbage =
+    "\x01\x02 binary junk\n[Main\nKey=before any section\n[Main]\nno equals sign here\nLast Path=/x\n";
 
-    EXPECT_EQ(ReadFile(Ini()),
-              "[Main]\nLast Path=/home/b\nMaximized=0\nWindow Position=1,2,3,4\n\n"
-              "[Recent Files]\nFile 1=/p/one.jpg\n\n[Extra]\nKey=v\n");
-    EXPECT_EQ(Read("recent FILES", "FILE 1"), "/p/one.jpg");
-    EXPECT_EQ(IniFile::Load(Ini()).Keys("main"),
+const EditCase kEdits[] = {
+    // Names ignore case; every other line keeps its place; new keys end their section.
+    {kMain, "recent FILES", "FILE 1", "/p/one.jpg", "MAIN", "last path", "/home/b", true,
+     "[Main]\nLast Path=/home/b\nMaximized=0\n\n[Recent Files]\nFile 1=/p/one.jpg\n"},
+    {kMain, "Main", "Absent", "dflt", "main", "Window Position", "1,2,3,4", true,
+     "[Main]\nLast Path=/home/a\nMaximized=0\nWindow Position=1,2,3,4\n\n[Recent Files]\nFile 1=/p/one.jpg\n"},
+    {kMain, "Main", "Maximized", "0", "Extra", "Key", "v", true,
+     "[Main]\nLast Path=/home/a\nMaximized=0\n\n"
+     "[Recent Files]\nFile 1=/p/one.jpg\n\n[Extra]\nKey=v\n"},
+    // An absent key deletes the section (its comments too), an absent value the key.
+    {kDelete, "Gone", "B", "2", "GONE", nullptr, nullptr, true, "; top\n[Keep]\nA=1\n[Keep2]\nC=3\nD=4\n"},
+    {kDelete, "Keep", "A", "1", "Keep2", "c", nullptr, true,
+     "; top\n[Keep]\nA=1\n[Gone]\n; belongs to Gone\nB=2\n[Keep2]\nD=4\n"},
+    // Garbage, cut-off and empty files read as defaults and survive a write.
+    {kGarbage, "Main", "Last Path", "/x", "Main", "Maximized", "1", true, nullptr},
+    {kGarbage, "Main", "Key", "dflt", "Main", "Maximized", "1", true, nullptr},
+    {"[Main]\nLast Pa", "Main", "Last Path", "dflt", "Main", "Last Path", "/y", true,
+     "[Main]\nLast Path=/y\nLast Pa\n"},
+    {"[Ma", "Main", "K", "dflt", "Main", "K", "v", true, "[Ma\n\n[Main]\nK=v\n"},
+    {"", "Main", "K", "dflt", "Main", "K", "v", true, "[Main]\nK=v\n"},
+    {"[Main]\r\nA=1\r\n", "Main", "A", "1", "Main", "B", "2", true, "[Main]\r\nA=1\r\nB=2\r\n"},
+    // What cannot be stored is refused and the file left alone.
+    {"[Main]\nA=1\n", "Main", "A", "1", "Main", "A", "two\nlines", false, "[Main]\nA=1\n"},
+    {"[Main]\nA=1\n", "Main", "A", "1", "Main", "a=b", "1", false, "[Main]\nA=1\n"},
+    {"[Main]\nA=1\n", "Main", "A", "1", "Main", "[x", "1", false, "[Main]\nA=1\n"},
+    {"[Main]\nA=1\n", "Main", "A", "1", "Main", "; x", "1", false, "[Main]\nA=1\n"},
+    {"[Main]\nA=1\n", "Main", "A", "1", "Ma]in", "A", "1", false, "[Main]\nA=1\n"},
+};
+
+TEST_F(IniEngine, ReadsAndWritesKeepEveryOtherLine) {
+    for (const EditCase& c : kEdits) {
+        SCOPED_TRACE(std::string(c.section) + "/" + (c.key ? c.key : "-") + " on " + c.before);
+        WriteText(Ini(), c.before);
+        EXPECT_EQ(Read(c.readSection, c.readKey), c.read);
+        const auto opt = [](const char* s) { return s ? std::optional<std::string_view>(s) : std::nullopt; };
+        EXPECT_EQ(Write(c.section, opt(c.key), opt(c.value)), c.written);
+        EXPECT_EQ(ReadText(Ini()), c.after ? std::string(c.after) : std::string(c.before) + "Maximized=1\n");
+    }
+    EXPECT_EQ(IniFile::FromText(kEdits[1].after).Keys("main"),
               (std::vector<std::string>{"Last Path", "Maximized", "Window Position"}));
-}
-
-TEST_F(IniEngine, ReadingTrimsBlanksAndOnePairOfMatchingQuotes) {
-    const IniFile file = IniFile::FromText(
-        "  [ Options ]  \n  Scale   =   Inches   \nQuoted = \"  spaced  \"\nSingle='x'\n"
-        "Mismatch=\"abc'\nEmpty=\n");
-    EXPECT_EQ(file.Get("options", "  scale "), "Inches");
-    EXPECT_EQ(file.Get("Options", "Quoted"), "  spaced  ");
-    EXPECT_EQ(file.Get("Options", "Single"), "x");
-    EXPECT_EQ(file.Get("Options", "Mismatch"), "\"abc'");
-    EXPECT_EQ(file.Get("Options", "Empty"), "");
-    EXPECT_EQ(file.Get("Options", "Absent"), std::nullopt);
-    EXPECT_EQ(file.Pairs("OPTIONS").size(), 5u);
-    EXPECT_EQ(file.Pairs("OPTIONS")[3], (std::pair<std::string, std::string>{"Mismatch", "\"abc'"}));
-}
-
-TEST_F(IniEngine, ReadsAreCutToTheBufferOf2048Characters) {
-    const std::string longValue(3000, 'x');
-    ASSERT_TRUE(Write("Main", "Long", longValue));
-    EXPECT_EQ(Read("Main", "Long"), std::string(2047, 'x'));
-    EXPECT_EQ(Read("Main", "Absent", longValue), std::string(2047, 'x'));
-    // The file itself keeps every character.
-    EXPECT_EQ(IniFile::Load(Ini()).Get("Main", "Long"), longValue);
-
-    // A two-byte character straddling the limit is dropped whole.
-    ASSERT_TRUE(Write("Main", "Accent", std::string(2046, 'a') + "\xC3\xA9"));
-    EXPECT_EQ(Read("Main", "Accent"), std::string(2046, 'a'));
-}
-
-TEST_F(IniEngine, AbsentKeyDeletesTheSectionAndAbsentValueTheKey) {
-    WriteFile(Ini(), "; top\n[Keep]\nA=1\n[Gone]\n; belongs to Gone\nB=2\n[Keep2]\nC=3\nD=4\n");
-    EXPECT_TRUE(Write("GONE", std::nullopt, std::nullopt));
-    EXPECT_TRUE(Write("Keep2", "c", std::nullopt));
-    EXPECT_EQ(ReadFile(Ini()), "; top\n[Keep]\nA=1\n[Keep2]\nD=4\n");
-    EXPECT_EQ(Read("Keep2", "C"), "dflt");
 
     // Deleting what is not there succeeds and creates no file.
     const fs::path missing = root_ / "missing.ini";
@@ -82,59 +84,35 @@ TEST_F(IniEngine, AbsentKeyDeletesTheSectionAndAbsentValueTheKey) {
     EXPECT_FALSE(fs::exists(missing));
 }
 
-TEST_F(IniEngine, GarbageReadsAsDefaultsAndSurvivesAWrite) {
-    const std::string garbage =
-        "\x01\x02 binary junk\n[Main\nKey=before any section\n[Main]\nno equals sign here\n"
-        "Last Path=/x\n";
-    WriteFile(Ini(), garbage);
-    EXPECT_EQ(Read("Main", "Last Path"), "/x");
-    EXPECT_EQ(Read("Main", "Key"), "dflt");
-    ASSERT_TRUE(Write("Main", "Maximized", "1"));
-    EXPECT_EQ(ReadFile(Ini()), garbage + "Maximized=1\n");
+TEST_F(IniEngine, ReadingTrimsBlanksAndOnePairOfMatchingQuotes) {
+    const IniFile file = IniFile::FromText(
+        "  [ Options ]  \n  Scale   =   Inches   \nQuoted = \"  spaced  \"\nSingle='x'\nMismatch=\"abc'\nEmpty=\n");
+    const std::pair<const char*, std::optional<std::string>> cases[] = {
+        {"  scale ", "Inches"}, {"Quoted", "  spaced  "}, {"Single", "x"},
+        {"Mismatch", "\"abc'"}, {"Empty", ""},            {"Absent", std::nullopt}};
+    for (const auto& [key, value] : cases) EXPECT_EQ(file.Get("options", key), value) << key;
+    ASSERT_EQ(file.Pairs("OPTIONS").size(), 5u);
+    EXPECT_EQ(file.Pairs("OPTIONS")[3], (std::pair<std::string, std::string>{"Mismatch", "\"abc'"}));
 }
 
-TEST_F(IniEngine, TruncatedAndEmptyFilesReadAsDefaults) {
-    WriteFile(Ini(), "[Main]\nLast Pa");
-    EXPECT_EQ(Read("Main", "Last Path"), "dflt");
-    ASSERT_TRUE(Write("Main", "Last Path", "/y"));
-    EXPECT_EQ(ReadFile(Ini()), "[Main]\nLast Path=/y\nLast Pa\n");
-
-    WriteFile(Ini(), "[Ma");
-    EXPECT_EQ(Read("Main", "K"), "dflt");
-    ASSERT_TRUE(Write("Main", "K", "v"));
-    EXPECT_EQ(ReadFile(Ini()), "[Ma\n\n[Main]\nK=v\n");
-
-    WriteFile(Ini(), "");
-    EXPECT_EQ(Read("Main", "K"), "dflt");
-    ASSERT_TRUE(Write("Main", "K", "v"));
-    EXPECT_EQ(ReadFile(Ini()), "[Main]\nK=v\n");
-}
-
-TEST_F(IniEngine, KeepsWindowsLineEndings) {
-    WriteFile(Ini(), "[Main]\r\nA=1\r\n");
-    EXPECT_EQ(Read("Main", "A"), "1");
-    ASSERT_TRUE(Write("Main", "B", "2"));
-    EXPECT_EQ(ReadFile(Ini()), "[Main]\r\nA=1\r\nB=2\r\n");
-}
-
-TEST_F(IniEngine, AWriteThatCannotBeStoredLeavesTheFileAlone) {
-    const std::string before = "[Main]\nA=1\n";
-    WriteFile(Ini(), before);
-    EXPECT_FALSE(Write("Main", "A", "two\nlines"));
-    EXPECT_FALSE(Write("Main", "a=b", "1"));
-    EXPECT_FALSE(Write("Main", "[x", "1"));
-    EXPECT_FALSE(Write("Main", "; x", "1"));
-    EXPECT_FALSE(Write("Ma]in", "A", "1"));
-    EXPECT_EQ(ReadFile(Ini()), before);
+TEST_F(IniEngine, ReadsAreCutToTheBufferOf2048Characters) {
+    const std::string longValue(3000, 'x');
+    ASSERT_TRUE(Write("Main", "Long", longValue));
+    EXPECT_EQ(Read("Main", "Long"), std::string(2047, 'x'));
+    EXPECT_EQ(Read("Main", "Absent", longValue), std::string(2047, 'x'));
+    EXPECT_EQ(IniFile::Load(Ini()).Get("Main", "Long"), longValue);  // the file keeps every character
+    // A two-byte character straddling the limit is dropped whole.
+    ASSERT_TRUE(Write("Main", "Accent", std::string(2046, 'a') + "\xC3\xA9"));
+    EXPECT_EQ(Read("Main", "Accent"), std::string(2046, 'a'));
 }
 
 TEST_F(IniEngine, AFailedWriteNeverCreatesOrDamagesAFile) {
     // Tests run as root, so a folder without write permission would not stop the write.
-    WriteFile(root_ / "plain", "x");
+    WriteText(root_ / "plain", "x");
     const fs::path underFile = root_ / "plain" / "settings.ini";
     EXPECT_FALSE(WritePrivateProfileString("Main", "A", "1", underFile));
     EXPECT_EQ(GetPrivateProfileString("Main", "A", "dflt", underFile), "dflt");
-    EXPECT_EQ(ReadFile(root_ / "plain"), "x");
+    EXPECT_EQ(ReadText(root_ / "plain"), "x");
 
     // A folder where the file should be reads as empty and is never replaced.
     fs::create_directory(Ini());
@@ -165,7 +143,7 @@ private:
 
 TEST_F(IniEngine, AWriteThatFailsHalfwayLeavesTheOldFileByteIdentical) {
     const std::string before = "[Main]\nLast Path=/home/photos\nMaximized=1\n";
-    WriteFile(Ini(), before);
+    WriteText(Ini(), before);
     bool written;
     {
         // Nothing else may write meanwhile, not even a test report to a redirected output.
@@ -173,33 +151,22 @@ TEST_F(IniEngine, AWriteThatFailsHalfwayLeavesTheOldFileByteIdentical) {
         written = Write("Main", "Window Position", std::string(1000, '7'));
     }
     EXPECT_FALSE(written);
-    EXPECT_EQ(ReadFile(Ini()), before);
+    EXPECT_EQ(ReadText(Ini()), before);
     for (const auto& entry : fs::directory_iterator(root_))
-        EXPECT_EQ(entry.path().filename().string().rfind(".quorbel-", 0), std::string::npos)
-            << "temporary file left behind: " << entry.path();
-}
-
-std::string Numbered(char prefix, int number) {
-    std::string name(1, prefix);
-    return name.append(std::to_string(number));
+        EXPECT_NE(entry.path().filename().string().rfind(".quorbel-", 0), 0u) << "left behind: " << entry.path();
 }
 
 TEST_F(IniEngine, ThreadsWritingAtOnceLoseNoUpdate) {
-    constexpr int kThreads = 4;
-    constexpr int kWrites = 10;
+    const auto name = [](char prefix, int n) { return prefix + std::to_string(n); };
     std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t)
-        threads.emplace_back([this, t] {
-            for (int i = 0; i < kWrites; ++i)
-                Write(Numbered('T', t), Numbered('K', i), std::to_string(t * 100 + i));
+    for (int t = 0; t < 4; ++t)
+        threads.emplace_back([&, t] {
+            for (int i = 0; i < 10; ++i) Write(name('T', t), name('K', i), std::to_string(t * 100 + i));
         });
     for (std::thread& thread : threads) thread.join();
-
     const IniFile file = IniFile::Load(Ini());
-    for (int t = 0; t < kThreads; ++t)
-        for (int i = 0; i < kWrites; ++i)
-            EXPECT_EQ(file.Get(Numbered('T', t), Numbered('K', i)),
-                      std::to_string(t * 100 + i));
+    for (int t = 0; t < 4; ++t)
+        for (int i = 0; i < 10; ++i) EXPECT_EQ(file.Get(name('T', t), name('K', i)), std::to_string(t * 100 + i));
 }
 
 }  // namespace

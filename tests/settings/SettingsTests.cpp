@@ -1,6 +1,6 @@
 #include <vector>
 
-#include "ShellFixture.h"
+#include "FreshSettings.h"
 #include "core/MessageBox.h"
 #include "settings/AppIni.h"
 #include "settings/HelpFile.h"
@@ -11,19 +11,16 @@
 namespace quorbel::test {
 namespace {
 
-namespace fs = std::filesystem;
-
-using SettingsStore = ShellFixture;
+using SettingsStore = FreshSettings;
 
 TEST_F(SettingsStore, LivesInTheConfigFolderAndKeepsKeyOrder) {
     EXPECT_EQ(GetSetting("Quorbel", "Options", "Scale", "Inches"), "Inches");
     EXPECT_FALSE(fs::exists(SettingsFile()));
 
-    ASSERT_TRUE(SaveSetting("Quorbel", "Options", "Width", "6"));
-    ASSERT_TRUE(SaveSetting("Quorbel", "Options", "Height", "4"));
-    ASSERT_TRUE(SaveSetting("Quorbel", "Options", "Scale", "Pixels"));
-    ASSERT_TRUE(SaveSetting("Quorbel", "OPTIONS", "width", "7"));
-    EXPECT_EQ(ReadFile(SettingsFile()), "[Options]\nWidth=7\nHeight=4\nScale=Pixels\n");
+    for (auto [section, key, value] : {std::tuple{"Options", "Width", "6"}, {"Options", "Height", "4"},
+                                       {"Options", "Scale", "Pixels"}, {"OPTIONS", "width", "7"}})
+        ASSERT_TRUE(SaveSetting("Quorbel", section, key, value));
+    EXPECT_EQ(ReadText(SettingsFile()), "[Options]\nWidth=7\nHeight=4\nScale=Pixels\n");
     EXPECT_EQ(GetAllSettings("Quorbel", "options"),
               (SettingPairs{{"Width", "7"}, {"Height", "4"}, {"Scale", "Pixels"}}));
 
@@ -34,9 +31,8 @@ TEST_F(SettingsStore, LivesInTheConfigFolderAndKeepsKeyOrder) {
 }
 
 TEST_F(SettingsStore, ValuesComeBackExactlyAsSaved) {
-    const std::vector<std::string> values{"  padded  ", "\"quoted\"", "'single'", "",
-                                          std::string(3000, 'v')};
-    for (const std::string& value : values) {
+    for (const std::string& value : {std::string("  padded  "), std::string("\"quoted\""), std::string("'single'"),
+                                     std::string(), std::string(3000, 'v')}) {
         ASSERT_TRUE(SaveSetting("Quorbel", "Settings", "Rename Name", value));
         EXPECT_EQ(GetSetting("Quorbel", "Settings", "Rename Name", "dflt"), value);
     }
@@ -44,25 +40,12 @@ TEST_F(SettingsStore, ValuesComeBackExactlyAsSaved) {
 
 TEST_F(SettingsStore, FallsBackToTheHomeFolderWithoutXdgConfigHome) {
     ::unsetenv("XDG_CONFIG_HOME");
-    const char* oldHome = std::getenv("HOME");
-    const std::optional<std::string> savedHome =
-        oldHome ? std::optional<std::string>(oldHome) : std::nullopt;
+    const std::string home = std::getenv("HOME") ? std::getenv("HOME") : "/";
     ::setenv("HOME", (root_ / "home").c_str(), 1);
     const bool saved = SaveSetting("Quorbel", "Update", "FirstRun", "1");
-    if (savedHome)
-        ::setenv("HOME", savedHome->c_str(), 1);
-    else
-        ::unsetenv("HOME");
+    ::setenv("HOME", home.c_str(), 1);
     ASSERT_TRUE(saved);
     EXPECT_TRUE(fs::exists(root_ / "home/.config/Tessarin Svcs/Quorbel/Quorbel.settings.ini"));
-}
-
-TEST_F(SettingsStore, RecordsTheVersionWithOneDot) {
-    EXPECT_EQ(VersionText(2, 0, 13), "2.013");
-    EXPECT_EQ(VersionText(5, 1, 2), "5.12");
-    ASSERT_TRUE(WriteVersion(2, 0, 13));
-    EXPECT_EQ(GetSetting("Quorbel", "Version", "Version"), "2.013");
-    EXPECT_EQ(GetSetting("Quorbel", "Version", "Ver"), "0");
 }
 
 TEST_F(SettingsStore, DataFolderAndApplicationIni) {
@@ -72,15 +55,13 @@ TEST_F(SettingsStore, DataFolderAndApplicationIni) {
     EXPECT_TRUE(fs::is_directory(expected));
 
     InitialiseDataFolder();
-    EXPECT_EQ(DataFolder(), expected + "/");
-    EXPECT_EQ(WorkingFolder(), expected + "/");
-    EXPECT_EQ(AppIniPath(), expected + "/Quorbel.ini");
-    EXPECT_EQ(AppearanceIniPath(), expected + "/Local.Ini");
-    EXPECT_EQ(HelpFileName(1), expected + "/Qorbix5.chm");
+    for (auto [path, name] : {std::pair{DataFolder(), "/"}, {WorkingFolder(), "/"}, {AppIniPath(), "/Quorbel.ini"},
+                              {AppearanceIniPath(), "/Local.Ini"}, {HelpFileName(1), "/Qorbix5.chm"}})
+        EXPECT_EQ(path, expected + name);
     EXPECT_EQ(HelpFileName(2), "");
 
     ASSERT_TRUE(IniWrite("Main", "Last Path", "/home/pics"));
-    EXPECT_EQ(ReadFile(expected + "/Quorbel.ini"), "[Main]\nLast Path=/home/pics\n");
+    EXPECT_EQ(ReadText(expected + "/Quorbel.ini"), "[Main]\nLast Path=/home/pics\n");
     EXPECT_EQ(IniRead("Main", "Last Path", ""), "/home/pics");
     ASSERT_TRUE(IniWrite("Main", std::nullopt, std::nullopt));
     EXPECT_EQ(IniRead("Main", "Last Path", "gone"), "gone");
@@ -99,48 +80,46 @@ TEST_F(SettingsStore, DataFolderAndApplicationIni) {
 TEST_F(SettingsStore, ApplicationIniUsedBeforeStartUpStillGoesToTheDataFolder) {
     ASSERT_TRUE(IniWrite("Main", "Maximized", "1"));
     EXPECT_TRUE(fs::exists(root_ / "data/Tessarin Svcs/Quorbel/Quorbel.ini"));
+    EXPECT_EQ(VersionText(5, 1, 2), "5.12");  // one dot: the minor number runs on into the revision
 }
 
-TEST_F(SettingsStore, MessageOnceStaysSilentOnceTicked) {
+TEST_F(SettingsStore, MessageOnceStaysSilentOnceTickedButOnlyForKindsSpeltExactly) {
+    ScriptedMessageBox box;
+    const auto show = [&](std::string_view kind, const std::string& key) {
+        return ShowMessageOnce(kind, key, "Hello", MsgButtons::YesNo, MsgIcon::None, "Title", box);
+    };
     for (const std::string_view kind : {kMessageOnceHelpTip, kMessageOnceOk}) {
         const std::string key = "Tip " + std::string(kind);
-        ScriptedMessageBox box;
+        box.Clear();
         box.Answer(MsgResult::No, false);
         box.Answer(MsgResult::Yes, true);
-        const auto first = ShowMessageOnce(kind, key, "Hello", MsgButtons::YesNo, MsgIcon::None, "Title", box);
+        const auto first = show(kind, key);
         ASSERT_TRUE(first);
         EXPECT_EQ(first->result, MsgResult::No);
         EXPECT_EQ(GetSetting("Quorbel", "Settings", key, "unset"), "unset") << "not ticked";
-
-        const auto second = ShowMessageOnce(kind, key, "Hello", MsgButtons::YesNo, MsgIcon::None, "Title", box);
+        const auto second = show(kind, key);
         ASSERT_TRUE(second);
         EXPECT_EQ(second->result, MsgResult::Yes);
         EXPECT_TRUE(second->noShowTicked);
         EXPECT_EQ(GetSetting("Quorbel", "Settings", key, "unset"), "1");
-
-        EXPECT_FALSE(ShowMessageOnce(kind, key, "Hello", MsgButtons::YesNo, MsgIcon::None, "Title", box));
+        EXPECT_FALSE(show(kind, key));
         ASSERT_EQ(box.Shown().size(), 2u);
         EXPECT_TRUE(box.Shown()[0].noShowTick);
-        EXPECT_EQ(box.Shown()[0].text, "Hello");
-        EXPECT_EQ(box.Shown()[0].title, "Title");
+        EXPECT_EQ(std::tie(box.Shown()[0].text, box.Shown()[0].title), std::tie("Hello", "Title"));
         EXPECT_EQ(box.Shown()[0].buttons, MsgButtons::YesNo);
     }
-}
 
-TEST_F(SettingsStore, MessageOnceKindsCompareWithExactCase) {
+    // A misspelt kind does not read the setting, so the box still shows; its tick is still kept.
+    box.Clear();
     ASSERT_TRUE(SaveSetting("Quorbel", "Settings", "Silenced", "1"));
-    ScriptedMessageBox box;
-    // A misspelt kind does not read the setting, so the box still shows.
-    EXPECT_TRUE(ShowMessageOnce("MsgboxOK", "Silenced", "a", MsgButtons::OK, MsgIcon::None, "", box));
-    EXPECT_TRUE(ShowMessageOnce("helptip", "Silenced", "b", MsgButtons::OK, MsgIcon::None, "", box));
-    EXPECT_TRUE(ShowMessageOnce(kMessageOnceNoShowHide, "Silenced", "c", MsgButtons::OK, MsgIcon::None, "", box));
+    for (const std::string_view kind :
+         {std::string_view("MsgboxOK"), std::string_view("helptip"), kMessageOnceNoShowHide})
+        EXPECT_TRUE(show(kind, "Silenced")) << kind;
     ASSERT_EQ(box.Shown().size(), 3u);
     EXPECT_TRUE(box.Shown()[0].noShowTick);
     EXPECT_FALSE(box.Shown()[2].noShowTick);
-
-    // A tick on a misspelt kind is still remembered.
     box.Answer(MsgResult::OK, true);
-    EXPECT_TRUE(ShowMessageOnce("MsgboxOK", "Other", "d", MsgButtons::OK, MsgIcon::None, "", box));
+    EXPECT_TRUE(show("MsgboxOK", "Other"));
     EXPECT_EQ(GetSetting("Quorbel", "Settings", "Other", "0"), "1");
 }
 

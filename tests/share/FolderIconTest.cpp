@@ -2,8 +2,8 @@
 
 #include "ShareFixture.h"
 
-namespace quorbel {
-namespace fs = std::filesystem;
+namespace quorbel::test {
+namespace {
 
 using FolderIconTest = ShareTest;
 
@@ -21,30 +21,29 @@ TEST_F(FolderIconTest, RecycleBinAndDesktopAreRefused) {
 }
 
 TEST_F(FolderIconTest, SetTwiceThenReset) {
-    StandIn("gio");
+    bin_.Add("gio");
     const fs::path folder = dir_ / "Holiday", first = dir_ / "one.ico", second = dir_ / "two.ico";
-    Write(first, "icon");
-    Write(second, "icon");
+    WriteText(first, "icon");
+    WriteText(second, "icon");
     // The icon picker opens instead when the icon is missing; a missing folder does nothing.
     EXPECT_EQ(SetFolderIcon(folder, dir_ / "none.ico", messages_), SetIconResult::PickIcon);
     EXPECT_EQ(SetFolderIcon(folder, first, messages_), SetIconResult::NoFolder);
-    fs::create_directory(folder);
-    Write(folder / ".directory", "[Desktop Entry]\nName=Holiday\n");
+    WriteText(folder / ".directory", "[Desktop Entry]\nName=Holiday\n");
 
     EXPECT_EQ(SetFolderIcon(folder, first, messages_), SetIconResult::Changed);
     EXPECT_EQ(SetFolderIcon(folder, second, messages_), SetIconResult::Changed);
-    EXPECT_EQ(Slurp(folder / ".directory"), "[Desktop Entry]\nName=Holiday\nIcon=" + second.string() + "\n");
+    EXPECT_EQ(ReadText(folder / ".directory"), "[Desktop Entry]\nName=Holiday\nIcon=" + second.string() + "\n");
     ASSERT_EQ(messages_.Shown().size(), 2u);
     EXPECT_EQ(messages_.Shown()[1].text,
               "The icon for the folder \r\n" + folder.string() + " is changed.\r\n\r\nFolder icon is " + second.string());
     EXPECT_EQ(messages_.Shown()[1].title, "Folder Icon changed");
 
     EXPECT_TRUE(ResetFolderIcon(folder, messages_));
-    EXPECT_EQ(Slurp(folder / ".directory"), "[Desktop Entry]\nName=Holiday\n");
+    EXPECT_EQ(ReadText(folder / ".directory"), "[Desktop Entry]\nName=Holiday\n");
     EXPECT_EQ(messages_.Shown()[2].text, "Default folder icon Restored\r\n" + folder.string());
-    EXPECT_EQ(Calls(), "gio set " + folder.string() + " metadata::custom-icon file://" + first.string() + "\n" +
-                           "gio set " + folder.string() + " metadata::custom-icon file://" + second.string() + "\n" +
-                           "gio set -t unset " + folder.string() + " metadata::custom-icon\n");
+    const std::string set = "gio set " + folder.string() + " metadata::custom-icon file://";
+    EXPECT_EQ(bin_.Calls(), set + first.string() + "\n" + set + second.string() + "\n" + "gio set -t unset " +
+                                folder.string() + " metadata::custom-icon\n");
 
     EXPECT_FALSE(ResetFolderIcon(folder, messages_));
     EXPECT_EQ(messages_.Shown()[3].text,
@@ -54,12 +53,13 @@ TEST_F(FolderIconTest, SetTwiceThenReset) {
 
 TEST_F(FolderIconTest, UnwritableSettingsLeaveTheFolderAsItWas) {
     const fs::path folder = dir_ / "Locked", icon = dir_ / "one.ico";
-    Write(icon, "icon");
+    WriteText(icon, "icon");
     fs::create_directories(folder / ".directory");  // cannot be read or replaced as a file
     EXPECT_EQ(SetFolderIcon(folder, icon, messages_), SetIconResult::NotWritable);
     EXPECT_EQ(messages_.Texts(), std::vector<std::string>{std::string(kFolderNotWritable) + "\r\n" + folder.string()});
     EXPECT_TRUE(fs::is_directory(folder / ".directory"));
-    EXPECT_EQ(Calls(), "");
+    EXPECT_EQ(bin_.Calls(), "");
 }
 
-}  // namespace quorbel
+}  // namespace
+}  // namespace quorbel::test

@@ -11,21 +11,16 @@ TEST(FitRequestFromFields, ConvertsUnitsAndTheFileSize) {
                              .maxWidth = "10", .maxHeight = "7.5", .minWidth = "1", .minHeight = ".5", .hw = false};
     const std::optional<FitRequest> r = MakeFitRequest(inches, 15.0);
     ASSERT_TRUE(r);
-    EXPECT_EQ(LimitBytes(r->maxSize, r->unit), 250000);
-    EXPECT_EQ(r->maxWidth, 960);
-    EXPECT_EQ(r->maxHeight, 720);
-    EXPECT_EQ(r->minWidth, 96);
-    EXPECT_EQ(r->minHeight, 48);
-    EXPECT_EQ(r->startQuality, "Medium Quality");
-    EXPECT_EQ(r->startMode, FitMode::Quality);
+    EXPECT_EQ(std::tuple(LimitBytes(r->maxSize, r->unit), r->maxWidth, r->maxHeight, r->minWidth, r->minHeight),
+              std::tuple(250000, 960, 720, 96, 48));
+    EXPECT_EQ(std::tuple(r->startQuality, r->startMode), std::tuple("Medium Quality", FitMode::Quality));
 
     FitSettings mb = inches;
     mb.sizeScale = std::string("mb");
     mb.hw = true;
     const std::optional<FitRequest> m = MakeFitRequest(mb, 15.0);
     ASSERT_TRUE(m);
-    EXPECT_EQ(LimitBytes(m->maxSize, m->unit), 250000000);
-    EXPECT_EQ(m->startMode, FitMode::WidthHeight);
+    EXPECT_EQ(std::tuple(LimitBytes(m->maxSize, m->unit), m->startMode), std::tuple(250000000, FitMode::WidthHeight));
 }
 
 TEST(FitRequestFromFields, NamesTheFirstFieldThatIsNotAPositiveNumber) {

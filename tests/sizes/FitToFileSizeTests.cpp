@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "../effects/EffectsPictures.h"
-#include "FitPictures.h"
+#include "Pictures.h"
 #include "core/MessageBox.h"
 #include "imaging/ResizeDib.h"
 #include "output/JpegCodec.h"
@@ -20,32 +19,20 @@ int64_t JpegBytes(const cDib& picture, int quality) {
 }
 
 FitRequest Request(double kb, int maxW, int maxH, int minW, int minH, std::string quality, FitMode mode) {
-    FitRequest r;
-    r.maxSize = kb;
-    r.unit = FileSizeUnit::KB;
-    r.maxWidth = maxW;
-    r.maxHeight = maxH;
-    r.minWidth = minW;
-    r.minHeight = minH;
-    r.startQuality = std::move(quality);
-    r.startMode = mode;
-    return r;
+    return {.maxSize = kb, .unit = FileSizeUnit::KB, .maxWidth = maxW, .maxHeight = maxH, .minWidth = minW,
+            .minHeight = minH, .startQuality = std::move(quality), .startMode = mode};
 }
 
-TEST(FitToFileSize, LimitsCountThousandsOfBytes) {
-    EXPECT_EQ(LimitBytes(100, FileSizeUnit::KB), 100000);
-    EXPECT_EQ(LimitBytes(1.5, FileSizeUnit::MB), 1500000);
-    EXPECT_EQ(LimitBytes(0.0015, FileSizeUnit::KB), 1);  // 1.5 bytes, rounded down
-    EXPECT_EQ(LimitBytes(0.0005, FileSizeUnit::KB), 0);
-    EXPECT_EQ(LimitBytes(-3, FileSizeUnit::MB), 0);
-}
-
-TEST(FitToFileSize, QualityStepsAreTheNamedOnes) {
+TEST(FitToFileSize, LimitsCountThousandsOfBytesAndQualityStepsAreTheNamedOnes) {
+    // 0.0015 KB is 1.5 bytes, rounded down.
+    for (auto [size, unit, bytes] : {std::tuple{100.0, FileSizeUnit::KB, 100000},
+                                     {1.5, FileSizeUnit::MB, 1500000},
+                                     {0.0015, FileSizeUnit::KB, 1},
+                                     {0.0005, FileSizeUnit::KB, 0},
+                                     {-3.0, FileSizeUnit::MB, 0}})
+        EXPECT_EQ(LimitBytes(size, unit), bytes) << size;
     for (auto [from, to] : {std::pair{97, 95}, {95, 85}, {80, 75}, {51, 50}}) EXPECT_EQ(NextQualityBelow(from), to);
     EXPECT_EQ(NextQualityBelow(50), std::nullopt);
-}
-
-TEST(FitToFileSize, ReducedSizeIsShownInTheChosenUnit) {
     EXPECT_EQ(ReducedSizeMessage(98765, FileSizeUnit::KB), "reduced size reached: 98.77 KB");
     EXPECT_EQ(ReducedSizeMessage(1250000, FileSizeUnit::MB), "reduced size reached: 1.25 MB");
 }
@@ -57,16 +44,14 @@ TEST(FitToFileSize, QualityModeStepsDownThenSettlesOnTheBestQualityThatFits) {
     const double kb = static_cast<double>(at75 + (at85 - at75) / 2) / 1000;
 
     const FitResult r = FitToFileSize(picture, Request(kb, 200, 150, 10, 10, "Highest Quality", FitMode::Quality));
-    ASSERT_EQ(r.status, FitStatus::Fitted);
-    EXPECT_EQ(r.mode, FitMode::Quality);
+    ASSERT_EQ(std::pair(r.status, r.mode), std::pair(FitStatus::Fitted, FitMode::Quality));
     EXPECT_TRUE(r.messages.empty());  // only a cut size is reported
     ASSERT_GE(r.trials.size(), 3u);
     for (size_t i = 0; i < 3; ++i) EXPECT_EQ(r.trials[i].quality, (std::array{95, 85, 75}[i]));
     for (const FitTrial& t : r.trials) EXPECT_EQ(std::make_pair(t.width, t.height), std::make_pair(200, 150));
 
     // The best that fits: this quality fits, the next one up does not.
-    EXPECT_GE(r.quality, 75);
-    EXPECT_LT(r.quality, 85);
+    EXPECT_TRUE(r.quality >= 75 && r.quality < 85) << r.quality;
     EXPECT_LE(static_cast<int64_t>(r.jpeg.size()), r.limitBytes);
     EXPECT_EQ(JpegBytes(r.picture, r.quality), static_cast<int64_t>(r.jpeg.size()));
     EXPECT_GT(JpegBytes(picture, r.quality + 1), r.limitBytes);
@@ -80,8 +65,7 @@ TEST(FitToFileSize, HeightAndWidthModeCutsTenPercentFromTheOriginalEachTrial) {
     ScriptedMessageBox box;
     const FitResult r = FitToFileSize(picture, Request(kb, 400, 300, 40, 30, "Medium Quality", FitMode::WidthHeight));
     ShowFitMessages(r, box);
-    ASSERT_EQ(r.status, FitStatus::Fitted);
-    EXPECT_EQ(r.mode, FitMode::WidthHeight);
+    ASSERT_EQ(std::pair(r.status, r.mode), std::pair(FitStatus::Fitted, FitMode::WidthHeight));
     // 400 x 300, then 90 % of it, 81 %, 72.9 % (291.6 x 218.7 rounds to 292 x 219).
     ASSERT_GE(r.trials.size(), 4u);
     const std::pair<int, int> sizes[] = {{400, 300}, {360, 270}, {324, 243}, {292, 219}};
@@ -99,73 +83,68 @@ TEST(FitToFileSize, HeightAndWidthModeCutsTenPercentFromTheOriginalEachTrial) {
     ASSERT_TRUE(ResizeDib(direct, r.picture.Width(), r.picture.Height(), true));
     EXPECT_TRUE(Same(direct, r.picture));
 
-    ASSERT_EQ(box.Texts().size(), 1u);
-    EXPECT_EQ(box.Texts()[0].rfind("reduced size reached: ", 0), 0u);
-    EXPECT_EQ(box.Texts()[0], ReducedSizeMessage(static_cast<int64_t>(r.jpeg.size()), FileSizeUnit::KB));
+    EXPECT_EQ(box.Texts(), std::vector{ReducedSizeMessage(static_cast<int64_t>(r.jpeg.size()), FileSizeUnit::KB)});
 }
 
-TEST(FitToFileSize, TooSmallALimitFromQualityEndsAtTheMinimumSize) {
-    const cDib picture = Grainy(300, 200);
-    ScriptedMessageBox box;
-    // Keeping 300 x 200 in proportion, 100 x 100 at least means 150 x 100 at least.
-    const FitResult r = FitToFileSize(picture, Request(0.2, 300, 200, 100, 100, "Highest Quality", FitMode::Quality));
-    ShowFitMessages(r, box);
-    EXPECT_EQ(r.status, FitStatus::MinimumUsedUp);
-    EXPECT_EQ(box.Texts(), std::vector<std::string>{"Cannot resize pic."});
-    EXPECT_FALSE(r.picture.hDIB());
+// Limits the search cannot meet, or meets at once: how it steps and where it ends.
+struct EndCase {
+    const char* name;
+    int width, height;
+    FitRequest request;
+    FitStatus status;
+    std::vector<int> qualities;  // of the first trials
+    std::tuple<int, int, int> last;  // width, height, quality of the last trial
+    size_t trials;                   // how many; 0 when not fixed by the rules
+    std::vector<std::string> messages;
+};
 
-    ASSERT_GE(r.trials.size(), 6u);
-    const int qualities[] = {95, 85, 75, 65, 50};
-    for (size_t i = 0; i < 5; ++i) {
-        EXPECT_EQ(r.trials[i].quality, qualities[i]);
-        EXPECT_EQ(r.trials[i].width, 300);
+TEST(FitToFileSize, SearchesEndAsTheRulesSay) {
+    const std::string cannot = "Cannot resize pic.";
+    const std::string retry = "Picture could not be resized to fit the selected parameters. Please try again.";
+    const EndCase cases[] = {
+        // Keeping 300 x 200 in proportion, 100 x 100 at least means 150 x 100 at least: every
+        // quality step at full size, then cuts at 50.
+        {"quality first", 300, 200, Request(0.2, 300, 200, 100, 100, "Highest Quality", FitMode::Quality),
+         FitStatus::MinimumUsedUp, {95, 85, 75, 65, 50}, {150, 100, 50}, 0, {cannot}},
+        // Cuts at 75 down to 150 x 100, then 65 and 50 at that size.
+        {"size first", 300, 200, Request(0.2, 300, 200, 100, 100, "Medium Quality", FitMode::WidthHeight),
+         FitStatus::QualityUsedUp, {75}, {150, 100, 50}, 0, {retry}},
+        // A maximum size fits the picture inside first; nothing was cut to fit, so no message.
+        {"fits at once", 400, 300, Request(10000, 200, 200, 10, 10, "80", FitMode::WidthHeight),
+         FitStatus::Fitted, {80}, {200, 150, 80}, 1, {}},
+        // A picture below the minimum is never cut: 85, then 75, 65, 50.
+        {"below the minimum", 80, 60, Request(0.1, 500, 500, 100, 100, "85", FitMode::WidthHeight),
+         FitStatus::QualityUsedUp, {85, 75, 65, 50}, {80, 60, 50}, 4, {retry}},
+    };
+    for (const EndCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const FitResult r = FitToFileSize(Grainy(c.width, c.height), c.request);
+        ScriptedMessageBox box;
+        ShowFitMessages(r, box);
+        EXPECT_EQ(r.status, c.status);
+        EXPECT_EQ(box.Texts(), c.messages);
+        EXPECT_EQ(r.picture.hDIB(), c.status == FitStatus::Fitted);
+        ASSERT_GE(r.trials.size(), c.qualities.size());
+        if (c.trials) {
+            EXPECT_EQ(r.trials.size(), c.trials);
+        }
+        for (size_t i = 0; i < r.trials.size(); ++i) {
+            const FitTrial& t = r.trials[i];
+            if (i < c.qualities.size()) {
+                EXPECT_EQ(std::pair(t.quality, t.width), std::pair(c.qualities[i], r.trials[0].width)) << i;
+            }
+            // never grows back
+            if (i > 0) {
+                EXPECT_LE(t.width, r.trials[i - 1].width) << i;
+            }
+            EXPECT_FALSE(t.fits && c.status != FitStatus::Fitted) << i;
+            EXPECT_TRUE(t.width >= std::get<0>(c.last) && t.height >= std::get<1>(c.last)) << i;
+        }
+        EXPECT_EQ(std::tuple(r.trials.back().width, r.trials.back().height, r.trials.back().quality), c.last);
+        if (r.picture.hDIB()) {
+            EXPECT_EQ(SizeOf(r.picture), std::pair(std::get<0>(c.last), std::get<1>(c.last)));
+        }
     }
-    for (size_t i = 5; i < r.trials.size(); ++i) {
-        EXPECT_EQ(r.trials[i].quality, 50);
-        EXPECT_LT(r.trials[i].width, r.trials[i - 1].width);
-    }
-    for (const FitTrial& t : r.trials) {
-        EXPECT_FALSE(t.fits);
-        EXPECT_GE(t.width, 150);
-        EXPECT_GE(t.height, 100);
-    }
-    EXPECT_EQ(std::make_pair(r.trials.back().width, r.trials.back().height), std::make_pair(150, 100));
-}
-
-TEST(FitToFileSize, TooSmallALimitFromHeightAndWidthEndsWithTheQualitySteps) {
-    const cDib picture = Grainy(300, 200);
-    ScriptedMessageBox box;
-    const FitResult r = FitToFileSize(picture, Request(0.2, 300, 200, 100, 100, "Medium Quality", FitMode::WidthHeight));
-    ShowFitMessages(r, box);
-    EXPECT_EQ(r.status, FitStatus::QualityUsedUp);
-    EXPECT_EQ(box.Texts(),
-              std::vector<std::string>{"Picture could not be resized to fit the selected parameters. Please try again."});
-    // Cut at 75 down to 150 x 100, then 65 and 50 at that size.
-    ASSERT_GE(r.trials.size(), 3u);
-    const FitTrial& last = r.trials.back();
-    const FitTrial& before = r.trials[r.trials.size() - 2];
-    EXPECT_EQ(std::make_tuple(before.width, before.height, before.quality), std::make_tuple(150, 100, 65));
-    EXPECT_EQ(std::make_tuple(last.width, last.height, last.quality), std::make_tuple(150, 100, 50));
-    for (const FitTrial& t : r.trials) EXPECT_GE(t.height, 100);
-}
-
-TEST(FitToFileSize, MaximumSizeFitsThePictureInsideFirst) {
-    const cDib picture = Grainy(400, 300);
-    const FitResult r = FitToFileSize(picture, Request(10000, 200, 200, 10, 10, "80", FitMode::WidthHeight));
-    ASSERT_EQ(r.status, FitStatus::Fitted);
-    ASSERT_EQ(r.trials.size(), 1u);
-    EXPECT_EQ(std::make_pair(r.picture.Width(), r.picture.Height()), std::make_pair(200, 150));
-    EXPECT_EQ(r.quality, 80);
-    EXPECT_TRUE(r.messages.empty());  // nothing was cut to fit
-}
-
-TEST(FitToFileSize, APictureBelowTheMinimumIsNeverCut) {
-    const cDib picture = Grainy(80, 60);
-    const FitResult r = FitToFileSize(picture, Request(0.1, 500, 500, 100, 100, "85", FitMode::WidthHeight));
-    EXPECT_EQ(r.status, FitStatus::QualityUsedUp);
-    for (const FitTrial& t : r.trials) EXPECT_EQ(std::make_pair(t.width, t.height), std::make_pair(80, 60));
-    ASSERT_EQ(r.trials.size(), 4u);  // 85, then 75, 65, 50
-    EXPECT_EQ(r.trials.back().quality, 50);
 }
 
 TEST(FitToFileSize, StopsWhenCancelledAndRefusesBadRequests) {

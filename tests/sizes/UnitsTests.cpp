@@ -11,35 +11,37 @@ namespace {
 
 constexpr double kTpp = kTwipsPerPixelAt96Dpi;
 
-TEST(Units, PixelsShownInInchesUseTheHashFormat) {
-    EXPECT_EQ(PixelsToUnitText(96, "Inches", kTpp, false), "1.");
-    EXPECT_EQ(PixelsToUnitText(100, "inches", kTpp, true), "1.04");   // 1500 / 1440 = 1.0417
-    EXPECT_EQ(PixelsToUnitText(48, "INCHES", kTpp, false), ".5");
-    EXPECT_EQ(PixelsToUnitText(0, "Inches", kTpp, false), ".");
-}
+// 1440 twips an inch, 567 a centimetre, 20 a point; a character is 120 twips wide, 240 high.
+struct UnitCase {
+    int32_t px;
+    const char* unit;
+    double tpp;
+    bool isHeight;
+    const char* text;
+};
 
-TEST(Units, PixelsShownInEveryOtherUnit) {
-    // 100 px = 1500 twips at 96 dpi.
-    EXPECT_EQ(PixelsToUnitText(100, "Centimeters", kTpp, false), "2.65");   // 1500 / 567 = 2.6455
-    EXPECT_EQ(PixelsToUnitText(100, "Millimeters", kTpp, false), "26.46");  // 1500 / 56.7 = 26.455
-    EXPECT_EQ(PixelsToUnitText(100, "Points", kTpp, false), "75.");
-    EXPECT_EQ(PixelsToUnitText(100, "Twips", kTpp, false), "1500.");
-    EXPECT_EQ(PixelsToUnitText(100, "Characters", kTpp, false), "12.5");    // 120 twips wide
-    EXPECT_EQ(PixelsToUnitText(100, "Characters", kTpp, true), "6.25");     // 240 twips high
-    EXPECT_EQ(PixelsToUnitText(100, "Pixels", kTpp, false), "100");
-    EXPECT_EQ(PixelsToUnitText(100, "furlongs", kTpp, false), "100");
-    // At 120 dpi (12 twips a pixel) 120 px are an inch.
-    EXPECT_EQ(PixelsToUnitText(120, "Inches", 12.0, false), "1.");
+TEST(Units, PixelsAreShownInEveryUnitWithTheHashFormat) {
+    const UnitCase cases[] = {
+        {96, "Inches", kTpp, false, "1."},          {100, "inches", kTpp, true, "1.04"},  // 1500 / 1440 = 1.0417
+        {48, "INCHES", kTpp, false, ".5"},          {0, "Inches", kTpp, false, "."},
+        {100, "Centimeters", kTpp, false, "2.65"},  // 1500 / 567 = 2.6455
+        {100, "Millimeters", kTpp, false, "26.46"}, {100, "Points", kTpp, false, "75."},
+        {100, "Twips", kTpp, false, "1500."},       {100, "Characters", kTpp, false, "12.5"},
+        {100, "Characters", kTpp, true, "6.25"},    {100, "Pixels", kTpp, false, "100"},
+        {100, "furlongs", kTpp, false, "100"},      {120, "Inches", 12.0, false, "1."},  // at 120 dpi
+    };
+    for (const UnitCase& c : cases)
+        EXPECT_EQ(PixelsToUnitText(c.px, c.unit, c.tpp, c.isHeight), c.text) << c.px << " " << c.unit;
 }
 
 TEST(Units, UnitsToWholePixelsRoundHalfToEven) {
-    EXPECT_EQ(UnitToPixels(4, "Inches", kTpp, false), 384);
-    EXPECT_EQ(UnitToPixels(2.54, "centimeters", kTpp, false), 96);  // 1440.18 twips = 96.012 px
-    EXPECT_EQ(UnitToPixels(1, "Characters", kTpp, false), 8);
-    EXPECT_EQ(UnitToPixels(1, "Characters", kTpp, true), 16);
-    EXPECT_EQ(UnitToPixels(22.5, "Twips", kTpp, false), 2);  // 1.5 px
-    EXPECT_EQ(UnitToPixels(37.5, "Twips", kTpp, false), 2);  // 2.5 px
-    EXPECT_EQ(UnitToPixels(640.5, "Pixels", kTpp, false), 640);
+    const std::tuple<double, const char*, bool, int32_t> cases[] = {
+        {4, "Inches", false, 384},   {2.54, "centimeters", false, 96},  // 1440.18 twips = 96.012 px
+        {1, "Characters", false, 8}, {1, "Characters", true, 16},
+        {22.5, "Twips", false, 2},   {37.5, "Twips", false, 2},  // 1.5 and 2.5 px
+        {640.5, "Pixels", false, 640}};
+    for (const auto& [value, unit, isHeight, px] : cases)
+        EXPECT_EQ(UnitToPixels(value, unit, kTpp, isHeight), px) << value << unit;
     EXPECT_THROW(UnitToPixels(1e12, "Inches", kTpp, false), RuntimeError);
 }
 

@@ -1,8 +1,10 @@
+// The size list window's wiring: each control reaches the edit model and the model's rows and
+// states reach the controls. The rules themselves are pinned on PresetEditModel.
 #include <QComboBox>
 #include <QTreeWidget>
 
-#include "../settings/ShellFixture.h"
-#include "QtTestApp.h"
+#include "FreshSettings.h"
+#include "QtUi.h"
 #include "core/MessageBox.h"
 #include "settings/SettingsStore.h"
 #include "sizes/ui/frmCustomAdd.h"
@@ -10,113 +12,77 @@
 namespace quorbel::test {
 namespace {
 
-class PresetEditorWindow : public ShellFixture {
-protected:
-    void SetUp() override {
-        ShellFixture::SetUp();
-        EnsureQtApp();
-    }
+using PresetEditorWindow = FreshSettings;
 
-    static QString NameAt(QWidget& w, int row) {
-        return Child<QTreeWidget>(w, "lsvSettings")->topLevelItem(row)->text(0);
-    }
-};
+size_t Stored() { return GetAllSettings("Quorbel", "Custom Sizes").size(); }
 
-TEST_F(PresetEditorWindow, AnAddedAndMovedRowIsStoredInItsPlaceOnApply) {
-    ScriptedMessageBox box;
-    {
-        frmCustomAdd window(box);
-        window.show();
-        auto* list = Child<QTreeWidget>(window, "lsvSettings");
-        ASSERT_EQ(list->topLevelItemCount(), 38);
-
-        Type(window, "txtAdd", "Passport");
-        Type(window, "txtWidth", "35");
-        Type(window, "txtHeight", "45");
-        Child<QComboBox>(window, "cboScale")->setCurrentText("Millimeters");
-        Click(window, "cmdAdd");
-        ASSERT_EQ(list->topLevelItemCount(), 39);
-        EXPECT_EQ(list->currentItem()->text(0), "Passport");
-        EXPECT_EQ(list->currentItem()->text(1), "Millimeters");
-
-        Click(window, "cmdMoveUp");
-        Click(window, "cmdMoveUp");
-        EXPECT_EQ(NameAt(window, 36), "Passport");
-        EXPECT_EQ(NameAt(window, 37), "Wall paper 1280x720");
-        Click(window, "cmdApply");
-        EXPECT_FALSE(Child<QPushButton>(window, "cmdApply")->isEnabled());
-        EXPECT_TRUE(window.ListChanged());
-    }
-    EXPECT_TRUE(box.Shown().empty());
-
-    const SettingPairs stored = GetAllSettings("Quorbel", "Custom Sizes");
-    ASSERT_EQ(stored.size(), 39u);
-    EXPECT_EQ(stored[36], (std::pair<std::string, std::string>{"Passport", "Passport;Millimeters;35;45"}));
-    EXPECT_EQ(stored[38].first, "Wall paper 1280x1024");
-}
-
-// The name, width and height checks and their messages are pinned on the edit model.
-TEST_F(PresetEditorWindow, EnterInTheHeightFieldAddsTheRow) {
-    ScriptedMessageBox box;
-    frmCustomAdd window(box);
-    window.show();
-    Type(window, "txtAdd", QString(25, 'n'));
-    Type(window, "txtWidth", "100");
-    Type(window, "txtHeight", "100");
-    QTest::keyClick(Child<QLineEdit>(window, "txtHeight"), Qt::Key_Return);  // Enter adds
-    EXPECT_TRUE(box.Shown().empty());
-    EXPECT_EQ(Child<QTreeWidget>(window, "lsvSettings")->topLevelItemCount(), 39);
-}
-
-TEST_F(PresetEditorWindow, CancelDropsEditsAndCloseSavesThem) {
-    ScriptedMessageBox box;
-    {
-        frmCustomAdd window(box);
-        window.show();
-        Type(window, "txtAdd", "Dropped");
-        Type(window, "txtWidth", "3");
-        Type(window, "txtHeight", "4");
-        Click(window, "cmdAdd");
-        ASSERT_EQ(Child<QTreeWidget>(window, "lsvSettings")->topLevelItemCount(), 39);
-        Click(window, "cmdCancel");
-        EXPECT_FALSE(window.isVisible());
-        EXPECT_FALSE(window.ListChanged());
-    }
-    EXPECT_EQ(GetAllSettings("Quorbel", "Custom Sizes").size(), 38u);
-    EXPECT_TRUE(box.Shown().empty());
-
-    frmCustomAdd window(box);
-    window.show();
-    auto* list = Child<QTreeWidget>(window, "lsvSettings");
-    list->setCurrentItem(list->topLevelItem(3));
-    EXPECT_EQ(Child<QLineEdit>(window, "txtAdd")->text(), "Email Large");
-    EXPECT_EQ(Child<QLineEdit>(window, "txtWidth")->text(), "640");
-    EXPECT_TRUE(Child<QPushButton>(window, "cmdMoveUp")->isEnabled());
-    Click(window, "cmdDelete");
-    Click(window, "cmdClose");
-    EXPECT_EQ(window.result(), QDialog::Accepted);
-    EXPECT_TRUE(window.ListChanged());
-    EXPECT_EQ(GetSetting("Quorbel", "Custom Sizes", "Email Large", "gone"), "gone");
-}
-
-TEST_F(PresetEditorWindow, ButtonsFollowTheSelectionAndResetAsksFirst) {
+TEST_F(PresetEditorWindow, ControlsReachTheModelAndItsRowsReachTheList) {
     ScriptedMessageBox box;
     frmCustomAdd window(box);
     window.show();
     auto* list = Child<QTreeWidget>(window, "lsvSettings");
-    list->setCurrentItem(list->topLevelItem(1));  // "Custom" stays: the main window needs it
-    EXPECT_FALSE(Child<QPushButton>(window, "cmdDelete")->isEnabled());
-    list->setCurrentItem(list->topLevelItem(37));
-    EXPECT_FALSE(Child<QPushButton>(window, "cmdMoveDown")->isEnabled());
-    EXPECT_TRUE(Child<QPushButton>(window, "cmdDelete")->isEnabled());
+    const auto name = [&](int row) { return list->topLevelItem(row)->text(0).toStdString(); };
+    const auto enabled = [&](const char* button) { return Child<QPushButton>(window, button)->isEnabled(); };
+    ASSERT_EQ(list->topLevelItemCount(), 38);
 
-    Click(window, "cmdDelete");
+    Type(window, "txtAdd", "Passport");
+    Type(window, "txtWidth", "35");
+    Type(window, "txtHeight", "45");
+    Child<QComboBox>(window, "cboScale")->setCurrentText("Millimeters");
+    Click(window, "cmdAdd");
+    ASSERT_EQ(list->topLevelItemCount(), 39);
+    EXPECT_EQ(list->currentItem()->text(1), "Millimeters");
+    EXPECT_EQ(Stored(), 38u);  // not yet applied
+
+    // A selected row fills the fields; the buttons follow what the model allows for it.
+    const std::tuple<int, const char*, bool, bool, bool> rows[] = {
+        // row, name shown, Delete, Move up, Move down
+        {0, "Original Size", false, false, true}, {1, "Custom", false, true, true},
+        {3, "Email Large", true, true, true}, {38, "Passport", true, true, false}};
+    for (const auto& [row, shown, del, up, down] : rows) {
+        list->setCurrentItem(list->topLevelItem(row));
+        EXPECT_EQ(Child<QLineEdit>(window, "txtAdd")->text().toStdString(), shown);
+        EXPECT_EQ(std::tuple(enabled("cmdDelete"), enabled("cmdMoveUp"), enabled("cmdMoveDown")),
+                  std::tuple(del, up, down))
+            << row;
+    }
+    Click(window, "cmdMoveUp");
+    EXPECT_EQ(name(37), "Passport");
     Click(window, "cmdApply");
-    ASSERT_EQ(GetAllSettings("Quorbel", "Custom Sizes").size(), 37u);
+    EXPECT_FALSE(enabled("cmdApply"));
+    EXPECT_TRUE(window.ListChanged());
+    EXPECT_EQ(GetAllSettings("Quorbel", "Custom Sizes").at(37),
+              (std::pair<std::string, std::string>{"Passport", "Passport;Millimeters;35;45"}));
+
+    // Enter in the height field adds too; Delete removes the selected row.
+    Type(window, "txtAdd", "Card");
+    QTest::keyClick(Child<QLineEdit>(window, "txtHeight"), Qt::Key_Return);
+    EXPECT_EQ(list->topLevelItemCount(), 40);
+    Click(window, "cmdDelete");
+    EXPECT_EQ(list->topLevelItemCount(), 39);
+    EXPECT_TRUE(box.Shown().empty());
+
     box.Answer(MsgResult::Yes);
     Click(window, "cmdReset");
     EXPECT_EQ(box.Shown().size(), 1u);
     EXPECT_EQ(list->topLevelItemCount(), 38);
+    window.close();
+
+    // Cancel drops the edits, Close saves them.
+    for (const char* button : {"cmdCancel", "cmdClose"}) {
+        frmCustomAdd again(box);
+        again.show();
+        Type(again, "txtAdd", button);
+        Type(again, "txtWidth", "3");
+        Type(again, "txtHeight", "4");
+        Click(again, "cmdAdd");
+        Click(again, button);
+        EXPECT_FALSE(again.isVisible());
+        const bool saved = button == std::string("cmdClose");
+        EXPECT_EQ(again.ListChanged(), saved);
+        EXPECT_EQ(again.result(), saved ? QDialog::Accepted : QDialog::Rejected);
+        EXPECT_EQ(Stored(), saved ? 39u : 38u) << button;
+    }
 }
 
 }  // namespace

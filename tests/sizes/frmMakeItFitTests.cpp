@@ -1,11 +1,14 @@
+// The fit-to-file-size window's wiring: the fields reach the search, the search runs off the
+// window's thread and its end, messages and result come back. The search's rules are pinned
+// on FitToFileSize.
 #include <QComboBox>
 #include <QProgressBar>
 #include <QRadioButton>
 #include <QSignalSpy>
 
-#include "../settings/ShellFixture.h"
-#include "FitPictures.h"
-#include "QtTestApp.h"
+#include "FreshSettings.h"
+#include "Pictures.h"
+#include "QtUi.h"
 #include "core/MessageBox.h"
 #include "settings/SettingsStore.h"
 #include "sizes/ui/frmMakeItFit.h"
@@ -13,116 +16,97 @@
 namespace quorbel::test {
 namespace {
 
-class FitWindow : public ShellFixture {
-protected:
-    void SetUp() override {
-        ShellFixture::SetUp();
-        EnsureQtApp();
-    }
-
-    static bool WaitFor(QSignalSpy& spy) { return spy.count() > 0 || spy.wait(60000); }
+struct FitCase {
+    const char* name;
+    int width, height;
+    const char *fileSize, *minWidth, *minHeight;
+    const char* inches;  // the maximum size shown in inches, at 96 pixels an inch
+    bool hw;             // height and width first, from Medium Quality
+    bool stop;        // Cancel pressed while searching
+    bool fitted;      // a result handed back and the window closed
+    const char* box;  // how the one message starts; "" for none
 };
 
-TEST_F(FitWindow, SearchesWhileTheWindowKeepsWorkingAndHandsBackAFit) {
-    const cDib picture = Grainy(800, 600);
-    ScriptedMessageBox box;
-    frmMakeItFit window(picture, box, nullptr, 15.0);
-    window.show();
-    // Without remembered sizes the maximum is the picture's own.
-    EXPECT_EQ(Child<QLineEdit>(window, "txtMaxWidth")->text(), "800");
-    EXPECT_EQ(Child<QLineEdit>(window, "txtMaxHeight")->text(), "600");
+const FitCase kFits[] = {
+    {"Fits", 800, 600, "20", "80", "60", "8.33x6.25", true, false, true, "reduced size reached: "},
+    {"CannotFit", 300, 200, "0.2", "100", "100", "3.13x2.08", false, false, false, "Cannot resize pic."},
+    {"Stopped", 1600, 1200, "0.2", "16", "12", "16.67x12.5", false, true, false, ""},
+};
 
-    Type(window, "txtFileSize", "20");
-    Type(window, "txtMinWidth", "80");
-    Type(window, "txtMinHeight", "60");
-    Child<QComboBox>(window, "cboQuality")->setCurrentText("Medium Quality");
-    QTest::mouseClick(Child<QRadioButton>(window, "radHW"), Qt::LeftButton);
+class FitWindow : public FreshSettings, public ::testing::WithParamInterface<FitCase> {};
 
-    QSignalSpy finished(&window, &frmMakeItFit::searchFinished);
-    int progressWhileSearching = 0;
-    QObject::connect(Child<QProgressBar>(window, "prgSearch"), &QProgressBar::valueChanged, [&](int value) {
-        if (value > 0 && window.Searching()) ++progressWhileSearching;
-    });
-    Click(window, "cmdGo");
-    EXPECT_TRUE(window.Searching());  // the click came back before the search ended
-    EXPECT_FALSE(Child<QPushButton>(window, "cmdGo")->isEnabled());
-    ASSERT_TRUE(WaitFor(finished));
-    EXPECT_GT(progressWhileSearching, 0);
+TEST_P(FitWindow, FieldsReachTheSearchAndItsEndComesBack) {
+    {
+        const FitCase& c = GetParam();
+        const cDib picture = Grainy(c.width, c.height);
+        ScriptedMessageBox box;
+        frmMakeItFit window(picture, box, nullptr, 15.0);
+        window.show();
+        const auto text = [&](const char* field) { return Child<QLineEdit>(window, field)->text().toStdString(); };
+        // Without remembered sizes the maximum is the picture's own; the sizes follow the unit.
+        EXPECT_EQ(text("txtMaxWidth") + "x" + text("txtMaxHeight"),
+                  std::to_string(c.width) + "x" + std::to_string(c.height));
+        Child<QComboBox>(window, "cboScale")->setCurrentText("Inches");
+        EXPECT_EQ(text("txtMaxWidth") + "x" + text("txtMaxHeight"), c.inches);
+        Child<QComboBox>(window, "cboScale")->setCurrentText("Pixels");
+        EXPECT_EQ(text("txtMaxWidth"), std::to_string(c.width));
+        // A field that is not a number holds back Go.
+        for (auto [typed, go] : {std::pair<std::string, bool>{"tall", false}, {std::to_string(c.height), true}}) {
+            Type(window, "txtMaxHeight", QString::fromStdString(typed));
+            EXPECT_EQ(Child<QPushButton>(window, "cmdGo")->isEnabled(), go) << typed;
+        }
+        Type(window, "txtFileSize", c.fileSize);
+        Type(window, "txtMinWidth", c.minWidth);
+        Type(window, "txtMinHeight", c.minHeight);
+        if (c.hw) {
+            Child<QComboBox>(window, "cboQuality")->setCurrentText("Medium Quality");
+            QTest::mouseClick(Child<QRadioButton>(window, "radHW"), Qt::LeftButton);
+        }
 
-    ASSERT_TRUE(window.Result().has_value());
-    const FitResult& r = *window.Result();
-    EXPECT_LE(r.jpeg.size(), 20000u);
-    EXPECT_EQ(r.quality, 75);
-    ASSERT_EQ(box.Texts().size(), 1u);
-    EXPECT_EQ(box.Texts()[0].rfind("reduced size reached: ", 0), 0u);
-    EXPECT_EQ(window.result(), QDialog::Accepted);
+        QSignalSpy finished(&window, &frmMakeItFit::searchFinished);
+        int progressWhileSearching = 0;
+        QObject::connect(Child<QProgressBar>(window, "prgSearch"), &QProgressBar::valueChanged, [&](int value) {
+            if (value > 0 && window.Searching()) ++progressWhileSearching;
+        });
+        Click(window, "cmdGo");
+        ASSERT_TRUE(window.Searching());  // the click came back before the search ended
+        EXPECT_FALSE(Child<QPushButton>(window, "cmdGo")->isEnabled());
+        if (c.stop) Click(window, "cmdCancel");
+        ASSERT_TRUE(finished.count() > 0 || finished.wait(60000));
+        EXPECT_FALSE(window.Searching());
+        if (!c.stop) {
+            EXPECT_GT(progressWhileSearching, 0);
+        }
 
+        EXPECT_EQ(window.Result().has_value(), c.fitted);
+        EXPECT_EQ(window.isVisible(), !c.fitted);
+        EXPECT_EQ(box.Texts().size(), *c.box ? 1u : 0u);
+        if (!box.Texts().empty()) {
+            EXPECT_EQ(box.Texts()[0].rfind(c.box, 0), 0u) << box.Texts()[0];
+        }
+        if (!c.fitted) {
+            EXPECT_TRUE(Child<QPushButton>(window, "cmdGo")->isEnabled());
+            Click(window, "cmdCancel");  // with no search running, Cancel closes
+            EXPECT_EQ(window.result(), QDialog::Rejected);
+            return;
+        }
+        EXPECT_LE(window.Result()->jpeg.size(), 20000u);
+        EXPECT_EQ(window.Result()->quality, 75);
+        EXPECT_EQ(window.result(), QDialog::Accepted);
+    }
+    // A fitted search remembers its choices, and the next opening shows them.
     for (auto [key, value] : {std::pair{"FileSize", "20"}, {"SizeScale", "KB"}, {"Quality", "Medium Quality"},
                               {"MaxWidth", "800"}, {"MinHeight", "60"}, {"radHW", "True"}})
         EXPECT_EQ(GetSetting("Quorbel", "MakeItFit", key), value) << key;
-
-    // The next opening shows the remembered choices.
-    frmMakeItFit again(picture, box, nullptr, 15.0);
+    ScriptedMessageBox box;
+    frmMakeItFit again(Grainy(64, 48), box, nullptr, 15.0);
     EXPECT_EQ(Child<QLineEdit>(again, "txtFileSize")->text(), "20");
     EXPECT_TRUE(Child<QRadioButton>(again, "radHW")->isChecked());
     EXPECT_EQ(Child<QComboBox>(again, "cboQuality")->currentText(), "Medium Quality");
 }
 
-TEST_F(FitWindow, ALimitTooSmallIsReportedAndTheWindowStaysOpen) {
-    const cDib picture = Grainy(300, 200);
-    ScriptedMessageBox box;
-    frmMakeItFit window(picture, box, nullptr, 15.0);
-    window.show();
-    Type(window, "txtFileSize", "0.2");
-    Type(window, "txtMinWidth", "100");
-    Type(window, "txtMinHeight", "100");
-    QSignalSpy finished(&window, &frmMakeItFit::searchFinished);
-    Click(window, "cmdGo");
-    ASSERT_TRUE(WaitFor(finished));
-    EXPECT_EQ(box.Texts(), std::vector<std::string>{"Cannot resize pic."});
-    EXPECT_FALSE(window.Result().has_value());
-    EXPECT_TRUE(window.isVisible());
-    EXPECT_TRUE(Child<QPushButton>(window, "cmdGo")->isEnabled());
-}
-
-TEST_F(FitWindow, StopEndsTheSearchAndAnotherCancelClosesTheWindow) {
-    const cDib picture = Grainy(1600, 1200);
-    ScriptedMessageBox box;
-    frmMakeItFit window(picture, box, nullptr, 15.0);
-    window.show();
-    Type(window, "txtFileSize", "0.2");  // cannot fit: a long search
-    Type(window, "txtMinWidth", "16");
-    Type(window, "txtMinHeight", "12");
-    QSignalSpy finished(&window, &frmMakeItFit::searchFinished);
-    Click(window, "cmdGo");
-    ASSERT_TRUE(window.Searching());
-    Click(window, "cmdCancel");
-    ASSERT_TRUE(WaitFor(finished));
-    EXPECT_FALSE(window.Searching());
-    EXPECT_TRUE(window.isVisible());
-    EXPECT_TRUE(box.Shown().empty());
-    Click(window, "cmdCancel");
-    EXPECT_FALSE(window.isVisible());
-    EXPECT_EQ(window.result(), QDialog::Rejected);
-}
-
-TEST_F(FitWindow, AFieldThatIsNotANumberHoldsBackGo) {
-    const cDib picture = Grainy(64, 48);
-    ScriptedMessageBox box;
-    frmMakeItFit window(picture, box, nullptr, 15.0);
-    window.show();
-    EXPECT_TRUE(Child<QPushButton>(window, "cmdGo")->isEnabled());
-    Type(window, "txtMaxHeight", "tall");
-    EXPECT_FALSE(Child<QPushButton>(window, "cmdGo")->isEnabled());
-    Type(window, "txtMaxHeight", "48");
-    EXPECT_TRUE(Child<QPushButton>(window, "cmdGo")->isEnabled());
-
-    // Sizes follow the unit: 96 pixels an inch at 15 twips a pixel.
-    Type(window, "txtMaxWidth", "192");
-    Child<QComboBox>(window, "cboScale")->setCurrentText("Inches");
-    EXPECT_EQ(Child<QLineEdit>(window, "txtMaxWidth")->text(), "2.");
-    EXPECT_EQ(Child<QLineEdit>(window, "txtMaxHeight")->text(), ".5");
-}
+INSTANTIATE_TEST_SUITE_P(Searches, FitWindow, ::testing::ValuesIn(kFits),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace
 }  // namespace quorbel::test

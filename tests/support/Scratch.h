@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
+#include <initializer_list>
 #include <fstream>
 #include <iterator>
 #include <span>
@@ -64,6 +65,15 @@ inline void WriteText(const fs::path& file, std::string_view text) {
 inline const char* Corpus() {
     const char* c = std::getenv("QUORBEL_CORPUS");
     return c && fs::is_directory(c) ? c : nullptr;
+}
+
+}  // namespace quorbel::test
+
+namespace quorbel::test {
+
+// A few bytes written in place: WriteBytes(file, {1, 2, 3}).
+inline void WriteBytes(const fs::path& file, std::initializer_list<uint8_t> bytes) {
+    WriteBytes(file, std::span(bytes.begin(), bytes.size()));
 }
 
 }  // namespace quorbel::test

@@ -4,7 +4,13 @@
 #include <chrono>
 #include <future>
 
+#include "batch/ui/Thumbnails.h"
+
 namespace quorbel {
+
+namespace {
+constexpr int kQuestionPicture = 160;  // the overwrite question's picture of the existing file
+}  // namespace
 
 BatchWorker::~BatchWorker() {
     // A worker waiting for an answer sees the cancel flag and takes No.
@@ -35,10 +41,14 @@ void BatchWorker::Start(BatchSession& session, const BatchJob& job, const BatchS
                 Qt::QueuedConnection);
         };
         options.ask = [this](const std::filesystem::path& existing) {
+            const QImage picture = LoadThumbnail(existing, kQuestionPicture);
             auto answer = std::make_shared<std::promise<OverwriteAnswer>>();
             std::future<OverwriteAnswer> future = answer->get_future();
             QMetaObject::invokeMethod(
-                this, [this, answer, existing] { answer->set_value(ask ? ask(existing) : OverwriteAnswer::No); },
+                this,
+                [this, answer, existing, picture] {
+                    answer->set_value(ask ? ask(existing, picture) : OverwriteAnswer::No);
+                },
                 Qt::QueuedConnection);
             while (future.wait_for(std::chrono::milliseconds(50)) != std::future_status::ready)
                 if (cancel_) return OverwriteAnswer::No;

@@ -1,7 +1,9 @@
 #pragma once
 // One folder of a batch run on a worker thread. Progress and the end come back through the
 // event loop; the overwrite question is asked on the window's thread while the worker waits
-// for the answer. Cancel stops the run between pictures.
+// for the answer, with a small picture of the existing file decoded on the worker. Cancel stops
+// the run between pictures.
+#include <QImage>
 #include <QObject>
 #include <atomic>
 #include <functional>
@@ -19,7 +21,7 @@ public:
 
     // Each runs on the window's thread.
     std::function<void(int percent, int done, int total, const std::string& file)> onProgress;
-    std::function<OverwriteAnswer(const std::filesystem::path& existing)> ask;
+    std::function<OverwriteAnswer(const std::filesystem::path& existing, const QImage& picture)> ask;
     std::function<void(const BatchRunReport& folderReport)> onDone;
 
     // The session must stay alive and untouched until onDone.

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "../../effects/ui/UiTestSupport.h"
+#include "Pictures.h"
 #include "imaging/ui/DibImage.h"
 
 namespace quorbel {

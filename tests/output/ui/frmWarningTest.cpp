@@ -1,36 +1,32 @@
+// The overwrite window's wiring: its buttons and options reach the question, whose rules
+// the savers' tests pin.
 #include <gtest/gtest.h>
 
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QTest>
 
-#include <filesystem>
-#include <fstream>
+#include "QtUi.h"
 
+#include "Scratch.h"
 #include "output/ui/frmWarning.h"
 
 namespace quorbel {
-namespace fs = std::filesystem;
-
 namespace {
+using namespace quorbel::test;
+
 struct Fixture {
-    Fixture() : dir(fs::temp_directory_path() / fs::path("quorbel-warning-" + std::to_string(::getpid()))) {
-        fs::create_directories(dir);
-        std::ofstream(dir / "photo.jpg") << "x";
+    Fixture() { WriteText(dir / "photo.jpg", "x"); }
+    WarningQuestion Question(OverwriteState& s) {
+        return WarningQuestion(s, messages, OverwriteQuestionText("photo.jpg"), (dir / "photo.jpg").string(), "photo.jpg");
     }
-    ~Fixture() { fs::remove_all(dir); }
-    fs::path dir;
-    OverwriteState state;
+    ScratchDir dir;
     ScriptedMessageBox messages;
 };
-}  // namespace
 
 TEST(frmWarning, RenameShowsTheNameBoxDisablesYesToAllAndWritesUnderTheNewName) {
     Fixture f;
-    WarningQuestion q(f.state, f.messages, OverwriteQuestionText("photo.jpg"), (f.dir / "photo.jpg").string(),
-                      "photo.jpg");
+    OverwriteState state;
+    WarningQuestion q = f.Question(state);
     frmWarning w(q, QImage());
     w.show();
     EXPECT_FALSE(w.txtRename->isVisibleTo(&w));
@@ -40,21 +36,13 @@ TEST(frmWarning, RenameShowsTheNameBoxDisablesYesToAllAndWritesUnderTheNewName) 
     EXPECT_TRUE(w.txtRename->isVisibleTo(&w));
     EXPECT_TRUE(w.lblRename->isVisibleTo(&w));
     EXPECT_FALSE(w.btnYesAll->isEnabled());
-
-    // A name that exists is refused with its message and the window stays open.
-    std::ofstream(f.dir / "taken.jpg") << "y";
-    QTest::keyClicks(w.txtRename, "taken.jpg");
-    w.Yes->click();
-    ASSERT_EQ(f.messages.Texts(), std::vector<std::string>{"File Exists please try another name."});
-    EXPECT_FALSE(q.Closed());
-
-    w.txtRename->clear();
+    w.Yes->click();  // no name yet: the window stays open
+    EXPECT_TRUE(w.isVisible());
     QTest::keyClicks(w.txtRename, "fresh.jpg");
     w.Yes->click();
     EXPECT_TRUE(q.Closed());
     EXPECT_EQ(q.TargetPath(), (f.dir / "fresh.jpg").string());
-    EXPECT_TRUE(f.state.WriteThis);
-    EXPECT_FALSE(f.state.SkipThis);
+    EXPECT_TRUE(state.WriteThis);
 
     // Choosing another option hides the box again and clears it.
     w.optSeq->click();
@@ -62,32 +50,30 @@ TEST(frmWarning, RenameShowsTheNameBoxDisablesYesToAllAndWritesUnderTheNewName) 
     EXPECT_TRUE(w.txtRename->text().isEmpty());
 }
 
-TEST(frmWarning, YesToAllWithSkipChosenMeansNoToAll) {
+TEST(frmWarning, TheAllButtonsAnswerForEveryFile) {
     Fixture f;
-    WarningQuestion q(f.state, f.messages, "m", (f.dir / "photo.jpg").string(), "photo.jpg");
-    frmWarning w(q, QImage());
-    w.show();
-    w.optSkip->click();
-    w.btnYesAll->click();
-    EXPECT_TRUE(f.state.NoToAll);
-    EXPECT_TRUE(f.state.SkipThis);
-    EXPECT_FALSE(f.state.YesToAll);
-    EXPECT_FALSE(f.state.WriteThis);
-
-    OverwriteState fresh;
-    WarningQuestion q2(fresh, f.messages, "m", (f.dir / "photo.jpg").string(), "photo.jpg");
-    frmWarning w2(q2, QImage());
-    w2.btnYesAll->click();
-    EXPECT_TRUE(fresh.YesToAll);
-    EXPECT_TRUE(fresh.WriteThis);
-
-    OverwriteState third;
-    WarningQuestion q3(third, f.messages, "m", (f.dir / "photo.jpg").string(), "photo.jpg");
-    frmWarning w3(q3, QImage());
-    w3.boolNoToAll->click();
-    EXPECT_TRUE(third.NoToAll);
-    EXPECT_TRUE(third.SkipThis);
-    EXPECT_EQ(w3.result(), QDialog::Accepted);
+    const struct {
+        const char* what;
+        bool skipFirst, noToAllButton;
+        bool yesToAll, noToAll;
+    } cases[] = {
+        {"yes to all", false, false, true, false},
+        {"skip, then yes to all", true, false, false, true},
+        {"no to all", false, true, false, true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        OverwriteState state;
+        WarningQuestion q = f.Question(state);
+        frmWarning w(q, QImage());
+        if (c.skipFirst) w.optSkip->click();
+        (c.noToAllButton ? w.boolNoToAll : w.btnYesAll)->click();
+        EXPECT_EQ(state.YesToAll, c.yesToAll);
+        EXPECT_EQ(state.NoToAll, c.noToAll);
+        EXPECT_EQ(state.WriteThis, c.yesToAll);
+        EXPECT_EQ(w.result(), QDialog::Accepted);
+    }
 }
 
+}  // namespace
 }  // namespace quorbel
