@@ -313,9 +313,8 @@ private:
     // The overwrite question; a Yes to All or No to All answer (or the job's policy) holds
     // for the rest of the run. Without a question the answer is No.
     bool MayReplace(const fs::path& existing) {
-        OverwriteAnswer answer = OverwriteAnswer::No;
-        if (lasting_) answer = *lasting_;
-        else if (options_.ask) answer = options_.ask(existing);
+        OverwriteAnswer answer = lasting_;
+        if (lasting_ == OverwriteAnswer::No && options_.ask) answer = options_.ask(existing);
         if (answer == OverwriteAnswer::YesToAll || answer == OverwriteAnswer::NoToAll) lasting_ = answer;
         return answer == OverwriteAnswer::Yes || answer == OverwriteAnswer::YesToAll;
     }
@@ -352,7 +351,8 @@ private:
     const BatchRunOptions& options_;
     const fs::path& target_;
     BatchRunReport& report_;
-    std::optional<OverwriteAnswer> lasting_;
+    // Yes to All or No to All once given; No (a plain No never lasts) until then.
+    OverwriteAnswer lasting_ = OverwriteAnswer::No;
     bool newFilesToSync_ = false;
 };
 

@@ -66,7 +66,8 @@ public:
 private:
     bool Load(const std::string& folder, int step, cDib& picture, UndoRow& row);
 
-    std::array<UndoRow, kUndoSteps + 1> rows_{};
+    // Every text starts empty. No "{}" here: clang 14 crashes on it for nested arrays of strings.
+    std::array<UndoRow, kUndoSteps + 1> rows_;
     int current_ = 0;
     int last_ = 0;
 };

@@ -48,6 +48,7 @@ Bytes PngIcon(const cDib& picture) {
     const uint32_t n = static_cast<uint32_t>(png.size());
     Bytes icon{0, 0, 1, 0, 1, 0, uint8_t(picture.Width()), uint8_t(picture.Height()), 0, 0, 1, 0, 32, 0,
                uint8_t(n), uint8_t(n >> 8), uint8_t(n >> 16), uint8_t(n >> 24), 22, 0, 0, 0};
+    icon.reserve(icon.size() + png.size());  // GCC 12 at -O3 misreads the growing insert
     icon.insert(icon.end(), png.begin(), png.end());
     return icon;
 }

@@ -82,7 +82,9 @@ TEST(PhonePhotos, EmailJobOutputsUprightSrgbWithoutGpsWithCameraData) {
         DecodedPicture picture;
         ASSERT_TRUE(DecodePicture(file, picture));
         EXPECT_GT(picture.pixels.Height(), picture.pixels.Width());
-        if (name == "portrait.jpg") EXPECT_EQ(picture.pixels.Width(), 480);  // 1200 × 1600 into 480 × 640
+        if (name == "portrait.jpg") {
+            EXPECT_EQ(picture.pixels.Width(), 480);  // 1200 × 1600 into 480 × 640
+        }
         ASSERT_EQ(expected.count(name), 1u);
         EXPECT_EQ(std::string({Colour(picture.pixels, true), Colour(picture.pixels, false)}), expected.at(name));
 

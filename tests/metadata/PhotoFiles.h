@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,8 +15,10 @@
 
 namespace quorbel::test {
 
-inline Exiv2::Image::AutoPtr OpenBytes(const std::vector<uint8_t>& bytes) {
-    auto image = Exiv2::ImageFactory::open(bytes.data(), static_cast<long>(bytes.size()));
+// The library hands out a std::auto_ptr; taken over at once, so no test names that type.
+inline std::unique_ptr<Exiv2::Image> OpenBytes(const std::vector<uint8_t>& bytes) {
+    std::unique_ptr<Exiv2::Image> image(
+        Exiv2::ImageFactory::open(bytes.data(), static_cast<long>(bytes.size())).release());
     image->readMetadata();
     return image;
 }
