@@ -165,9 +165,8 @@ std::vector<uint8_t> WithProfile(std::vector<uint8_t> jpeg, const std::vector<ui
     for (size_t n = 0; n < count; ++n) {
         if (n == skip) continue;
         const size_t len = std::min<size_t>(1000, icc.size() - n * 1000) + 16;
-        std::vector<uint8_t> seg = {0xFF, 0xE2, uint8_t(len >> 8), uint8_t(len)};
-        seg.insert(seg.end(), "ICC_PROFILE", "ICC_PROFILE" + 12);
-        seg.insert(seg.end(), {uint8_t(n + 1), uint8_t(count)});
+        std::vector<uint8_t> seg = {0xFF, 0xE2, uint8_t(len >> 8), uint8_t(len),
+            'I', 'C', 'C', '_', 'P', 'R', 'O', 'F', 'I', 'L', 'E', 0, uint8_t(n + 1), uint8_t(count)};
         seg.insert(seg.end(), icc.begin() + n * 1000, icc.begin() + n * 1000 + len - 16);
         jpeg.insert(jpeg.begin() + 2, seg.begin(), seg.end());
     }
