@@ -61,7 +61,8 @@ TEST(RotateDC, SizesAndTheDegenerateCases) {
 }
 
 TEST(Orientation, FlipsMirrorAndTwiceGiveBackTheStart) {
-    for (auto [w, h] : {std::pair{5, 3}, {1, 4}, {4, 1}}) {
+    for (const auto& size : {std::pair{5, 3}, {1, 4}, {4, 1}}) {
+        const int w = size.first, h = size.second;  // plain names, so the lambdas can take them
         const cDib source = Numbered(w, h);
         const struct {
             bool mirror, upsideDown;
