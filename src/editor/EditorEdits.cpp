@@ -23,13 +23,6 @@ bool WriteBmpFile(const std::string& path, const cDib& picture) {
            !ReplaceFileContents(fs::path(path), bytes, {.keepOldTimes = false, .durable = false});
 }
 
-int FilterIndex(std::string_view name) {
-    const auto list = FilterList();
-    for (int i = 0; i < kFilterCount; ++i)
-        if (name == list[static_cast<size_t>(i)].name) return i;
-    return 0;
-}
-
 // The quick effects: the filter of the filter list each one runs and its settings.
 struct QuickEffect {
     std::string_view key;
@@ -115,7 +108,7 @@ void EditorModel::ApplyQuickEffect(std::string_view key) {
     for (const QuickEffect& e : kQuickEffects)
         if (e.key == key) effect = &e;
     if (!effect) return;
-    const int index = FilterIndex(effect->filter);
+    const int index = FindFilter(effect->filter);
     FilterSettings settings = InitialSettings(index);
     settings.params = effect->params;
     const std::string folder = DataFolder();
